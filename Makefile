@@ -1,0 +1,46 @@
+# fplc: set-up, build, run and test in one place.
+#   make run    install what is missing, build, compile the example timetable
+#   make test   install what is missing, build, run every test
+BUILD_DIR  ?= build
+BUILD_TYPE ?= RelWithDebInfo
+CMAKE_FLAGS ?=
+JOBS ?= $(shell nproc 2>/dev/null || echo 2)
+EXAMPLE_ROOT ?= examples/installation
+EXAMPLE ?= $(EXAMPLE_ROOT)/fahrplaene/beispiel.fpl
+
+PACKAGES = cmake make g++ libtinyxml2-dev libgtest-dev libgmock-dev libcli11-dev nlohmann-json3-dev
+
+.PHONY: all deps configure build run test clean
+
+all: build
+
+deps:
+	@missing=""; \
+	for p in $(PACKAGES); do \
+	  dpkg-query -W -f='$${Status}' $$p 2>/dev/null | grep -q 'install ok installed' || missing="$$missing $$p"; \
+	done; \
+	if [ -n "$$missing" ]; then \
+	  if [ "$$(id -u)" = 0 ]; then \
+	    echo "Installing:$$missing"; \
+	    apt-get update && DEBIAN_FRONTEND=noninteractive apt-get install -y --no-install-recommends $$missing || exit 1; \
+	  else \
+	    echo "Missing Debian packages. Run as root:"; \
+	    echo "  apt-get update && apt-get install -y$$missing"; \
+	    exit 1; \
+	  fi; \
+	fi
+
+configure: deps
+	cmake -S . -B $(BUILD_DIR) -DCMAKE_BUILD_TYPE=$(BUILD_TYPE) $(CMAKE_FLAGS)
+
+build: configure
+	cmake --build $(BUILD_DIR) -j $(JOBS)
+
+run: build
+	$(BUILD_DIR)/fplc --root $(EXAMPLE_ROOT) $(EXAMPLE)
+
+test: build
+	ctest --test-dir $(BUILD_DIR) --output-on-failure -j $(JOBS)
+
+clean:
+	rm -rf $(BUILD_DIR)

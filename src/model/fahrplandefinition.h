@@ -1,0 +1,221 @@
+#pragma once
+// The timetable definition: owns the token lists of every file read and every
+// record that its commands build, and offers the library's operations.
+#include <cstdint>
+#include <iosfwd>
+#include <list>
+#include <memory>
+#include <string>
+#include <unordered_map>
+#include <utility>
+#include <vector>
+
+#include "days/verkehrstag.h"
+#include "model/aussenanlage.h"
+#include "model/betriebsstelle.h"
+#include "model/fpl_eintrag.h"
+#include "model/fzg.h"
+#include "model/reihung.h"
+#include "model/strecke.h"
+#include "model/zug.h"
+#include "model/zuglauf.h"
+#include "tokenizer/error.h"
+#include "tokenizer/token.h"
+#include "tokenizer/token_list.h"
+
+namespace tinyxml2 {
+class XMLDocument;
+}
+
+class Fahrplandefinition {
+ public:
+  // One timetable file that OUT formed, and whether saving it succeeded.
+  struct Ausgabe {
+    std::string pfad;
+    bool geschrieben = false;
+  };
+
+  Fahrplandefinition();
+  ~Fahrplandefinition();
+  Fahrplandefinition(Fahrplandefinition const&) = delete;
+  Fahrplandefinition& operator=(Fahrplandefinition const&) = delete;
+
+  // --- reading and running (interpreter/) ---
+  void read(std::istream& in, std::string const& filename);
+  void execute(bool skipOutput, TokenList const* list);
+  void execute(bool skipOutput, Token const* command);
+  // The command token being dispatched (innermost, for includes); null outside
+  // execute. Lets a front-end place a standard exception that escaped execute.
+  Token const* getCurrentCommand() const { return currentCommand; }
+  // Empties every container and token list so that a new definition can be read.
+  // keepSettings: the current settings category, line number, delay model and
+  // routing digit survive; formation and run settings are always reset, because
+  // the records they refer to are gone.
+  void clear(bool keepSettings);
+
+  // --- diagnostics ---
+  std::string createTokenLocationString(Token const* tok) const;
+  std::string stringifyTokens();
+  std::vector<Error> const& getWarnungen() const { return warnungen; }
+
+  // --- look-ups ---
+  Token* getFrontToken() const { return tokenLists.front()->front(); }
+  std::unordered_map<std::string, Strecke> const& getBIF() const { return bif; }
+  std::unordered_map<std::string, Betriebsstelle*> const& getBTR() const { return btr; }
+  std::list<Zuglauf> const& getZL() const { return zl; }
+  std::list<Zug> const& getZuege() const { return zuege; }
+  Betriebsstelle* getBTR_weak(Token const* t);
+  Fzg const& getFzg(Reihung const* r, std::size_t i) const;
+
+  // --- days (days/) ---
+  unsigned calcVTValue(Token const* t) const;
+  Verkehrstag const* createVT_weak(Verkehrstag const* base, unsigned mask);
+  Token const* parseInlineVT(Token const* t, Verkehrstag const** out);
+
+  // --- resolution (resolve/) ---
+  void postprocess();
+  void validate();
+  signed char calcLenkziffer(Zug const* zug, std::string const& bahnhof) const;
+  static std::pair<std::string, std::string> getGattung(Aussenanlage const& aa, Zug const* zug);
+  static std::string getLinie(Aussenanlage const& aa, Zug const* zug);
+
+  // --- output (output/) ---
+  void write(tinyxml2::XMLDocument& doc, std::string const& name, Aussenanlage const& aussenanlage,
+             std::string const& aussenanlageRef) const;
+  std::vector<Ausgabe> const& getAusgaben() const { return ausgaben; }
+
+  // --- read access for front-ends, editors and tests ---
+  std::vector<std::unique_ptr<TokenList>> const& getTokenLists() const { return tokenLists; }
+  std::vector<std::pair<std::string, std::string>> const& getAutoren() const { return autoren; }
+  std::list<Aussenanlage> const& getAussenanlagen() const { return aussenanlagen; }
+  std::list<Betriebsstelle> const& getBetriebsstellen() const { return betriebsstellen; }
+  std::vector<FzgLib> const& getFzgLibs() const { return fzgLibs; }
+  std::list<Reihung> const& getReihungen() const { return reihungen; }
+  std::unordered_map<std::string, Reihung*> const& getReihungenByName() const { return reihungenByName; }
+  std::unordered_map<std::string, std::pair<int, int>> const& getFzgNamen() const { return fzgNamen; }
+  std::list<Verkehrstag> const& getVerkehrstage() const { return verkehrstage; }
+  std::unordered_map<std::string, Verkehrstag const*> const& getVTByName() const { return vtByName; }
+  Verkehrstag const& getDefaultVT() const { return defaultVT; }
+  std::unordered_map<std::string, Zuglauf*> const& getZLByName() const { return zlByName; }
+  std::list<Zuglaufsegment> const& getSegmente() const { return segmente; }
+  std::unordered_map<std::string, Zuglaufsegment*> const& getSegmenteByKey() const { return segmenteByKey; }
+  std::unordered_map<std::string, Zug*> const& getZuegeByNummer() const { return zuegeByNummer; }
+  std::string const& getGattungSetting() const { return gattung; }
+  std::string const& getLiniennummerSetting() const { return liniennummer; }
+  std::string const& getVerspaetungsmodellSetting() const { return verspaetungsmodell; }
+  Reihung const* getReihungSetting() const { return reihung; }
+  bool getReihungGedrehtSetting() const { return reihungGedreht; }
+  Zuglauf const* getZuglaufSetting() const { return zuglauf; }
+  std::int8_t getLenkzifferSetting() const { return lenkziffer; }
+  bool isPostprocessed() const { return postprocessed; }
+
+  // Deepest nesting of DAT includes before the include is refused.
+  static constexpr unsigned maxDateiTiefe = 64;
+
+ private:
+  using Kommando = void (Fahrplandefinition::*)(Token const* cmd, bool skipOutput);
+  struct KommandoEintrag {
+    char const* keyword;
+    Kommando handler;
+  };
+  static KommandoEintrag const kommandos[];
+
+  // --- command handlers, one per keyword, in the order of the dispatch table ---
+  void kommandoAUT(Token const* cmd, bool skipOutput);
+  void kommandoBTR(Token const* cmd, bool skipOutput);
+  void kommandoAA(Token const* cmd, bool skipOutput);
+  void kommandoLZ(Token const* cmd, bool skipOutput);
+  void kommandoBIB(Token const* cmd, bool skipOutput);
+  void kommandoFZG(Token const* cmd, bool skipOutput);
+  void kommandoRHG(Token const* cmd, bool skipOutput);
+  void kommandoVT(Token const* cmd, bool skipOutput);
+  void kommandoZL(Token const* cmd, bool skipOutput);
+  void kommandoZLS(Token const* cmd, bool skipOutput);
+  void kommandoSET(Token const* cmd, bool skipOutput);
+  void kommandoTZ(Token const* cmd, bool skipOutput);
+  void kommandoZ(Token const* cmd, bool skipOutput);
+  void kommandoM(Token const* cmd, bool skipOutput);
+  void kommandoDAT(Token const* cmd, bool skipOutput);
+  void kommandoBIF(Token const* cmd, bool skipOutput);
+  void kommandoOUT(Token const* cmd, bool skipOutput);
+
+  // --- interpreter: definition reading, SET, DAT ---
+  // (helpers of the interpreter core go here)
+
+  // --- infrastructure and libraries ---
+  // (helpers of AUT, BTR, AA, LZ, BIB, FZG, RHG, BIF go here)
+
+  // --- days ---
+  unsigned calcVTValue(Token const* t, unsigned depth) const;
+  // (further helpers of VT and day expressions go here)
+
+  // --- train runs, segments, modifiers, number lists ---
+  void parseZL(Token const* blockOpen);
+  static void parseModifikatoren(FplEintrag& eintrag, Token const*& cursor);
+  static Token const* parseList(Token const* open, std::vector<unsigned int>& numbers);
+  // (further helpers of ZL, ZLS and lists go here)
+
+  // --- trains ---
+  Token const* parseZLSpec(Token const* tok, Zuglauf const** run, long long* time);
+  // (further helpers of Z, TZ and M go here)
+
+  // --- resolution ---
+  signed char calcLenkziffer(Zug const* zug, Aussenanlage const* aa, std::string const& bahnhof) const;
+  // (further helpers of postprocess and validate go here)
+
+  // --- output ---
+  // (helpers of write and OUT go here)
+
+  // Token lists, one per file read, the main file first.
+  std::vector<std::unique_ptr<TokenList>> tokenLists;
+  std::vector<std::pair<std::string, std::string>> autoren;  // (name, kommentar) from AUT
+
+  std::list<Aussenanlage> aussenanlagen;
+  std::unordered_map<std::string, Aussenanlage*> aussenanlagenByName;
+  std::list<Betriebsstelle> betriebsstellen;
+  std::unordered_map<std::string, Betriebsstelle*> btr;  // by ds100
+  std::vector<FzgLib> fzgLibs;
+  std::list<Reihung> reihungen;
+  std::unordered_map<std::string, Reihung*> reihungenByName;
+  std::uint32_t reihungCounter = 0;
+  std::unordered_map<std::string, std::pair<int, int>> fzgNamen;  // name -> (library, vehicle id)
+  std::unordered_map<std::string, Strecke> bif;
+
+  std::list<Verkehrstag> verkehrstage;
+  std::unordered_map<std::string, Verkehrstag const*> vtByName;
+  Verkehrstag defaultVT;
+  std::unordered_map<std::string, std::unordered_map<std::uint32_t, Verkehrstag const*>> implicitVT;
+  std::uint32_t vtCounter = 0;
+
+  std::list<Zuglauf> zl;
+  std::unordered_map<std::string, Zuglauf*> zlByName;
+  std::uint32_t zlCounter = 0;
+  std::list<Zuglaufsegment> segmente;
+  std::unordered_map<std::string, Zuglaufsegment*> segmenteByKey;
+
+  std::list<Zug> zuege;
+  std::unordered_map<std::string, Zug*> zuegeByNummer;
+
+  std::vector<Error> warnungen;
+  std::vector<Ausgabe> ausgaben;
+
+  // Current settings (SET), taken over by every train made afterwards.
+  std::string gattung;
+  std::string liniennummer;
+  std::string verspaetungsmodell;
+  Reihung const* reihung = nullptr;
+  bool reihungGedreht = false;
+  Zuglauf const* zuglauf = nullptr;
+  std::int8_t lenkziffer = -1;
+  bool postprocessed = false;
+
+  Token const* currentCommand = nullptr;
+  unsigned dateiTiefe = 0;  // nesting depth of DAT includes being executed
+};
+
+// Hash maps of the definition start with 8 buckets and a maximum load factor of 1.0.
+template <typename Map>
+void initHashMap(Map& map) {
+  map.rehash(8);
+  map.max_load_factor(1.0f);
+}

@@ -1,0 +1,14 @@
+#pragma once
+// A fault or a warning of a timetable definition: a message and the token it
+// concerns. Fatal faults are thrown by value; warnings are collected in order.
+#include <string>
+
+class Token;
+
+struct Error {
+  std::string message;   // complete German text, Windows-1252
+  Token const* token;    // not owned; valid while the definition keeps its token lists
+
+  Error(Token const* token, std::string const& message) : message(message), token(token) {}
+  Error(Token const* token, char const* message) : message(message), token(token) {}
+};
