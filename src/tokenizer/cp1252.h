@@ -9,15 +9,6 @@
 
 namespace cp1252 {
 
-// A string literal captured as a template argument.
-template <std::size_t N>
-struct Utf8Literal {
-  char bytes[N]{};
-  consteval Utf8Literal(char const (&text)[N]) {
-    for (std::size_t i = 0; i < N; ++i) bytes[i] = text[i];
-  }
-};
-
 template <std::size_t N>
 struct Bytes {
   char data[N]{};
@@ -47,13 +38,16 @@ constexpr char32_t codePointOf(unsigned char byte) {
 
 void characterMissingFromCodePage();  // not constexpr: calling it stops compilation
 
-template <Utf8Literal Text>
+// The characters arrive as a template argument pack: a literal operator template
+// taking a class-type argument crashes Clang 14 inside some full-expressions.
+template <char... Chars>
 consteval auto convert() {
-  constexpr std::size_t n = sizeof(Text.bytes);
+  constexpr std::size_t n = sizeof...(Chars) + 1;
+  constexpr char text[n] = {Chars..., '\0'};
   Bytes<n> out{};
   std::size_t i = 0;
   while (i + 1 < n) {
-    unsigned char c = static_cast<unsigned char>(Text.bytes[i]);
+    unsigned char c = static_cast<unsigned char>(text[i]);
     char32_t cp = 0;
     int extra = 0;
     if (c < 0x80) {
@@ -69,7 +63,7 @@ consteval auto convert() {
     }
     for (int k = 1; k <= extra; ++k) {
       if (i + k + 1 >= n) characterMissingFromCodePage();
-      cp = (cp << 6) | (static_cast<unsigned char>(Text.bytes[i + k]) & 0x3F);
+      cp = (cp << 6) | (static_cast<unsigned char>(text[i + k]) & 0x3F);
     }
     int byte = byteOf(cp);
     if (byte < 0) characterMissingFromCodePage();
@@ -80,8 +74,8 @@ consteval auto convert() {
   return out;
 }
 
-template <Utf8Literal Text>
-inline constexpr auto kConverted = convert<Text>();
+template <char... Chars>
+inline constexpr auto kConverted = convert<Chars...>();
 
 // Display: bytes that already form a valid multi-byte UTF-8 sequence stay as they
 // are (definitions written on Linux are often UTF-8); every other byte is read as
@@ -91,7 +85,17 @@ std::string toUtf8(std::string_view text);
 }  // namespace cp1252
 
 // `"Zu viele schließende Klammern."_cp1252` is the message in Windows-1252 bytes.
-template <cp1252::Utf8Literal Text>
+// The character-pack form of a literal operator template is a GNU extension that
+// GCC and Clang both provide.
+#if defined(__clang__)
+#pragma clang diagnostic push
+#pragma clang diagnostic ignored "-Wgnu-string-literal-operator-template"
+#endif
+template <typename Char, Char... Chars>
 constexpr char const* operator""_cp1252() {
-  return cp1252::kConverted<Text>.data;
+  static_assert(sizeof(Char) == 1, "Windows-1252 literals are written as plain narrow strings");
+  return cp1252::kConverted<static_cast<char>(Chars)...>.data;
 }
+#if defined(__clang__)
+#pragma clang diagnostic pop
+#endif

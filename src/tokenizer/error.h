@@ -6,8 +6,8 @@
 class Token;
 
 struct Error {
-  std::string message;   // complete German text, Windows-1252
-  Token const* token;    // not owned; valid while the definition keeps its token lists
+  std::string message;  // complete German text, Windows-1252
+  Token const* token;   // not owned; valid while the definition keeps its token lists
 
   Error(Token const* token, std::string const& message) : message(message), token(token) {}
   Error(Token const* token, char const* message) : message(message), token(token) {}

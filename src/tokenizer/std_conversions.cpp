@@ -41,4 +41,6 @@ unsigned long long toULongLong(std::string const& text) {
                           "stoull argument out of range");
 }
 
-void throwUnknownKey() { throw std::out_of_range("invalid unordered_map<K, T> key"); }
+void throwUnknownKey() {
+  throw std::out_of_range("invalid unordered_map<K, T> key");
+}

@@ -1,0 +1,237 @@
+#include "tokenizer/token.h"
+
+#include <cctype>
+#include <utility>
+
+#include "tokenizer/error.h"
+#include "tokenizer/token_list.h"
+
+namespace {
+
+// Bytes of 128 and above are letters: umlauts in Windows-1252.
+bool isLetter(unsigned char c) {
+  return std::isalpha(c) || c == '_' || c >= 128;
+}
+
+bool isDigits(std::string const& text) {
+  for (char c : text)
+    if (c < '0' || c > '9') return false;
+  return !text.empty();
+}
+
+bool isWordEnd(char c) {
+  return c == ' ' || c == '\0';
+}
+
+// The character `offset` positions after `p`, or '\0' when the pattern ends before.
+// Keeps the class evaluation from reading past the end of a short pattern.
+char charAt(char const* p, int offset) {
+  for (int i = 0; i < offset; ++i)
+    if (p[i] == '\0') return '\0';
+  return p[offset];
+}
+
+char const* skipChars(char const* p, int count) {
+  for (int i = 0; i < count && *p != '\0'; ++i)
+    ++p;
+  return p;
+}
+
+char const* skipWord(char const* p) {
+  while (!isWordEnd(*p))
+    ++p;
+  return p;
+}
+
+bool isNegation(char const* p) {
+  return p[0] == '!' && p[1] == '!' && !isWordEnd(p[2]);
+}
+
+bool startsClass(char const* p) {
+  return p[0] == '%' && p[1] != '|' && !isWordEnd(p[1]);
+}
+
+std::string const emptyString;
+
+constexpr int kNextAlternative = 2;
+
+// Tests the "%" class at `p` (pointing at the "%"). Returns 1 or -1, or
+// kNextAlternative with `p` moved behind the "|" that follows the class.
+int evaluateClass(Token const* tok, char const*& p) {
+  char const* letter = p + 1;
+  bool test = false;
+  int length = 0;  // letters of the class word after the "%", its closing "%" included
+  switch (*letter) {
+    case 'a':
+      test = true, length = 4;
+      break;
+    case 'n':
+      if (charAt(letter, 4) == '%')
+        test = tok->isName(), length = 5;
+      else
+        test = tok->isNumber(), length = 4;
+      break;
+    case 'o':
+      if (charAt(letter, 2) == '%')
+        test = tok->str() == "|", length = 3;
+      else
+        test = tok->str() == "||", length = 5;
+      break;
+    case 't':
+      test = tok->isTime(), length = 5;
+      break;
+    default:
+      throw Error(tok, "Unerwartetes Suchmuster (interner Fehler).");
+  }
+  if (test) return 1;
+  char const* after = skipChars(letter, length);
+  if (*after != '|') return -1;
+  p = after + 1;
+  return kNextAlternative;
+}
+
+template <typename T>
+T* walk(T* tok, int n) {
+  for (; n > 0 && tok; --n)
+    tok = tok->next();
+  for (; n < 0 && tok; ++n)
+    tok = tok->prev();
+  return tok;
+}
+
+}  // namespace
+
+Token::Token(TokenList const* list, std::string text, std::uint32_t line)
+    : str_(std::move(text)), tokenList_(list), line_(line) {
+  updateType();
+}
+
+void Token::str(std::string text) {
+  str_ = std::move(text);
+  updateType();
+}
+
+void Token::time(long long value) {
+  time_ = value;
+  updateType();
+}
+
+void Token::setHardcodename(bool hardcoded) {
+  if (hardcoded)
+    type_ = HardcodedName;
+  else
+    updateType();
+}
+
+void Token::updateType() {
+  if (time_ != keineZeit) {
+    type_ = Time;
+  } else if (isDigits(str_)) {
+    type_ = Number;
+  } else if (str_.empty()) {
+    type_ = Other;
+  } else {
+    std::size_t first = (str_.size() > 1 && str_[0] == '-') ? 1 : 0;
+    type_ = isLetter(static_cast<unsigned char>(str_[first])) ? Name : Other;
+  }
+}
+
+Token* Token::tokAt(int n) {
+  return walk(this, n);
+}
+Token const* Token::tokAt(int n) const {
+  return walk(this, n);
+}
+
+Token* Token::linkAt(int n) {
+  return const_cast<Token*>(static_cast<Token const*>(this)->linkAt(n));
+}
+
+Token const* Token::linkAt(int n) const {
+  Token const* tok = tokAt(n);
+  if (!tok) throw Error(this, "Token::linkAt() mit ungueltigem Wert aufgerufen (interner Fehler).");
+  return tok->link();
+}
+
+std::string const& Token::strAt(int n) const {
+  Token const* tok = tokAt(n);
+  return tok ? tok->str() : emptyString;
+}
+
+void Token::deleteNext(std::size_t count) {
+  for (; count > 0 && next_; --count) {
+    Token* removed = next_;
+    if (removed->link_) removed->link_->link_ = nullptr;
+    next_ = removed->next_;
+    delete removed;
+  }
+  if (next_) {
+    next_->prev_ = this;
+  } else if (tokenList_) {
+    // The owning list is only const towards its tokens; moving its end is part of
+    // removing tokens from it.
+    const_cast<TokenList*>(tokenList_)->back(this);
+  }
+}
+
+bool Token::Match(Token const* tok, char const* pattern) {
+  char const* p = pattern;
+  while (true) {
+    while (*p == ' ')
+      ++p;
+    if (*p == '\0') return true;
+    if (isNegation(p)) {
+      if (tok && firstWordEquals(p + 2, tok->str().c_str())) return false;
+      if (tok) tok = tok->next();
+      p = skipWord(p);
+      continue;
+    }
+    if (!tok) return false;
+    int result = multiCompare(tok, p);
+    if (result < 0) return false;
+    if (result == 1) tok = tok->next();
+    p = skipWord(p);
+  }
+}
+
+int Token::multiCompare(Token const* tok, char const* alternatives) {
+  char const* p = alternatives;
+  char const* const text = tok->str().c_str();
+  char const* cursor = text;
+  while (true) {
+    if (cursor == text && startsClass(p)) {
+      int result = evaluateClass(tok, p);
+      if (result != kNextAlternative) return result;
+      continue;
+    }
+    if (*p == '|') {
+      if (*cursor == '\0') return 1;
+      cursor = text;
+      ++p;
+      continue;
+    }
+    if (*p == *cursor) {
+      if (*p == '\0') return 1;
+      ++p, ++cursor;
+      continue;
+    }
+    if (isWordEnd(*p)) {
+      if (cursor == text) return 0;  // only an empty last alternative gets here
+      return *cursor == '\0' ? 1 : -1;
+    }
+    while (*p != '|') {
+      if (isWordEnd(*p)) return -1;
+      ++p;
+    }
+    cursor = text;
+    ++p;
+  }
+}
+
+bool Token::firstWordEquals(char const* word, char const* text) {
+  while (!isWordEnd(*word)) {
+    if (*word != *text) return false;
+    ++word, ++text;
+  }
+  return *text == '\0';
+}

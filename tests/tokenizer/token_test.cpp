@@ -1,0 +1,89 @@
+#include "tokenizer/token.h"
+
+#include "tokenizer/cp1252.h"
+#include "tokenizer/tokenizer_test_support.h"
+
+namespace {
+
+TEST(TokenMatch, PatternsAgainstTokenChains) {
+  struct Case {
+    char const *tokens, *pattern;
+    bool matches;
+  } const cases[] = {
+      {"a - b", "a -| b", true},   {"a b", "a -| b", true},
+      {"5 x", "%num%|- x", true},  {"- x", "%num%|- x", true},
+      {"y x", "%num%|- x", false}, {"a c", "a !!b", true},
+      {"a", "a !!b", true},        {"a b", "a !!b", false},
+      {"ab", "a|ab", true},        {"a", "ab|x", false},
+      {"ab", "a", false},          {"Hp x", "Bf|Hp|Abzw  x", true},
+      {"y", "|x y", false},        {"y", "x| y", true},
+      {"x", "%time%| x", true},    {"x", "%num%|x", true},
+      {"x", "%num%", false},       {"Bf", "%name%", true},
+      {"'12'", "%name%", true},    {"12", "%name%", false},
+      {"12", "%num%", true},       {"'||'", "%oror%", true},
+      {"|", "%or%", true},         {"|", "%oror%", false},
+      {"{", "%any%", true},        {"% x", "% x", true},
+      {"a", "a b", false},         {"", "", true},
+      {"", "!!x", true},           {"", "x|", false},
+      {"a c d", "a !!b d", true},
+  };
+  for (auto const& c : cases) {
+    TokenList list;
+    readInto(list, c.tokens);
+    EXPECT_EQ(Token::Match(list.front(), c.pattern), c.matches) << c.tokens << " ~ " << c.pattern;
+  }
+  TokenList list;
+  readInto(list, "a b");
+  Error e = errorOf([&] { Token::Match(list.front(), "a %bool%"); });
+  EXPECT_EQ(e.message, "Unerwartetes Suchmuster (interner Fehler).");
+  EXPECT_EQ(e.token, list.back());
+}
+
+TEST(TokenType, Classification) {
+  struct Case {
+    std::string text;
+    long long time;
+    bool hardcoded;
+    Token::Type type;
+  } const cases[] = {
+      {"1200", keineZeit, false, Token::Number},     {"12a", keineZeit, false, Token::Other},
+      {"-5", keineZeit, false, Token::Other},        {"-x", keineZeit, false, Token::Name},
+      {"-", keineZeit, false, Token::Other},         {"über"_cp1252, keineZeit, false, Token::Name},
+      {"", keineZeit, false, Token::Other},          {"1200", 4294967294LL, false, Token::Time},
+      {"12", keineZeit, true, Token::HardcodedName},
+  };
+  for (auto const& c : cases) {
+    Token tok(nullptr, c.text, 1);
+    tok.time(c.time);
+    tok.setHardcodename(c.hardcoded);
+    EXPECT_EQ(tok.getType(), c.type) << c.text;
+  }
+}
+
+TEST(TokenNavigation, WalksLinksAndStrings) {
+  TokenList list;
+  readInto(list, "a ( b ) c", true);
+  Token* a = list.front();
+  EXPECT_EQ(list.back()->tokAt(-4), a);
+  EXPECT_EQ(a->tokAt(5), nullptr);
+  EXPECT_EQ(a->linkAt(1), a->tokAt(3));
+  EXPECT_EQ(a->strAt(2), "b");
+  EXPECT_EQ(a->strAt(100), "");
+  Error e = errorOf([&] { a->linkAt(100); });
+  EXPECT_EQ(e.message, "Token::linkAt() mit ungueltigem Wert aufgerufen (interner Fehler).");
+  EXPECT_EQ(e.token, a);
+}
+
+TEST(TokenDeletion, ClearsPartnerLinksAndMovesBack) {
+  TokenList list;
+  readInto(list, "( a ) b c", true);
+  Token* open = list.front();
+  open->deleteNext(2);
+  EXPECT_EQ(open->link(), nullptr);
+  EXPECT_EQ(open->next()->prev(), open);
+  open->next()->deleteNext(10);
+  EXPECT_EQ(list.back(), open->next());
+  EXPECT_EQ(list.stringify(), "( b");
+}
+
+}  // namespace
