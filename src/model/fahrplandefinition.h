@@ -44,8 +44,9 @@ class Fahrplandefinition {
   void read(std::istream& in, std::string const& filename);
   void execute(bool skipOutput, TokenList const* list);
   void execute(bool skipOutput, Token const* command);
-  // The command token being dispatched (innermost, for includes); null outside
-  // execute. Lets a front-end place a standard exception that escaped execute.
+  // The command token being dispatched (innermost, for includes); null after a
+  // run that ended normally. When an exception escapes execute it keeps the
+  // command that failed, so a front-end can place a standard exception.
   Token const* getCurrentCommand() const { return currentCommand; }
   // Empties every container and token list so that a new definition can be read.
   // keepSettings: the current settings category, line number, delay model and
@@ -144,6 +145,7 @@ class Fahrplandefinition {
 
   // --- infrastructure and libraries ---
   // (helpers of AUT, BTR, AA, LZ, BIB, FZG, RHG, BIF go here)
+  void meldeUnbenutzteFahrtrichtungen(Aussenanlage const& aa, Token const* cmd);
 
   // --- days ---
   unsigned calcVTValue(Token const* t, unsigned depth) const;
@@ -153,11 +155,29 @@ class Fahrplandefinition {
   void parseZL(Token const* blockOpen);
   static void parseModifikatoren(FplEintrag& eintrag, Token const*& cursor);
   static Token const* parseList(Token const* open, std::vector<unsigned int>& numbers);
+  // Automatic time of a "<-" or "->" entry (index into the run) that has none of its own.
+  static void berechneZeit(std::vector<FplEintrag>& eintraege, std::size_t index,
+                           std::size_t& pendingExit, Token const* tok);
+  Token const* parseHaltezeile(std::vector<FplEintrag>& eintraege, Token const* tok,
+                               Token const* blockClose, std::size_t& pendingExit);
+  void fuegeSegmentEin(std::vector<FplEintrag>& eintraege, Token const* naechsterHalt,
+                       std::string const& vzg, Token const* zeilenende, std::size_t& pendingExit);
+  friend struct ParserTestAccess;  // lets tests reach the private parsers
   // (further helpers of ZL, ZLS and lists go here)
 
   // --- trains ---
   Token const* parseZLSpec(Token const* tok, Zuglauf const** run, long long* time);
   // (further helpers of Z, TZ and M go here)
+  // A new train with the current settings, appended and entered under `nummerText`.
+  Zug& createZug(Token const* cmd, std::int32_t nummer, std::string const& nummerText);
+  void kommandoTZZahlen(Token const* cmd);
+  void kommandoTZListe(Token const* cmd);
+  void kommandoTZBlock(Token const* cmd);
+  struct Modifikation;  // one change made by M (interpreter/train_modifications.h)
+  Token const* parseModifikation(Token const* keyword, Modifikation& mod);
+  // `kopien`: the modified copy made of each run during one M command.
+  void modifyZug(Zug& zug, std::vector<Modifikation> const& mods,
+                 std::unordered_map<Zuglauf const*, Zuglauf const*>& kopien);
 
   // --- resolution ---
   signed char calcLenkziffer(Zug const* zug, Aussenanlage const* aa, std::string const& bahnhof) const;

@@ -1,0 +1,54 @@
+// Reads a vehicle library file: one vehicle per "fahrzeugtemplate".
+#include <tinyxml2.h>
+#include <cstring>
+
+#include "external/installation.h"
+#include "model/fzg.h"
+#include "tokenizer/cp1252.h"
+#include "tokenizer/error.h"
+
+namespace {
+
+using tinyxml2::XMLElement;
+
+// A flag counts only in its exact form: group and the value "true".
+bool hasFlag(XMLElement const* vehicle, char const* group) {
+  for (XMLElement const* v = vehicle->FirstChildElement("undocumentedValue"); v;
+       v = v->NextSiblingElement("undocumentedValue")) {
+    char const* g = v->Attribute("group");
+    char const* value = v->Attribute("value");
+    if (g && value && std::strcmp(g, group) == 0 && std::strcmp(value, "true") == 0) return true;
+  }
+  return false;
+}
+
+// A repeated id overwrites the numbers and flags of the earlier template, and its
+// name only when the later template has one.
+void readFahrzeug(XMLElement const* e, std::unordered_map<int, Fzg>& fahrzeuge) {
+  Fzg& fzg = fahrzeuge[e->IntAttribute("id", 0)];
+  if (char const* name = e->Attribute("name")) fzg.name = name;
+  fzg.achsanzahl = e->IntAttribute("achsanzahl", 0);
+  // Metres become millimetres, truncated toward zero as the simulator does.
+  fzg.laenge = static_cast<int>(e->FloatAttribute("laenge", 0.0f) * 1000);
+  fzg.masse = e->IntAttribute("masse", 0);
+  fzg.vmax = e->IntAttribute("vmax", 0);
+  fzg.hasPantograph = hasFlag(e, "HasPantograph");
+  fzg.passengerCar = hasFlag(e, "PassengerCar");
+}
+
+}  // namespace
+
+void FzgLib::readSTWB(std::vector<Error>&, Token const* token) {
+  std::string const path = expandInstallPath(datei);
+  tinyxml2::XMLDocument doc(true, tinyxml2::PRESERVE_WHITESPACE);
+  if (doc.LoadFile(path.c_str()) != tinyxml2::XML_SUCCESS)
+    throw Error(token, "Bibliothek konnte nicht geöffnet werden oder ist keine XML-Datei!"_cp1252);
+  XMLElement const* root = doc.FirstChildElement();
+  if (!root) throw Error(token, "Bibliothek: Beschädigtes XML!"_cp1252);
+  if (std::strcmp(root->Name(), "bibliothek") != 0)
+    throw Error(token, "Datei ist keine Quorvel-Bibliothek!"_cp1252);
+
+  for (XMLElement const* e = root->FirstChildElement("fahrzeugtemplate"); e;
+       e = e->NextSiblingElement("fahrzeugtemplate"))
+    readFahrzeug(e, fahrzeuge);
+}
