@@ -21,7 +21,8 @@ void Fahrplandefinition::execute(bool skipOutput, TokenList const* list) {
   // The command is the first token of a source line; a bracketed group, however
   // many lines it spans, belongs to the command before it.
   Token const* tok = list->front();
-  for (int header = 0; header < 3 && tok; ++header) tok = tok->next();
+  for (int header = 0; header < 3 && tok; ++header)
+    tok = tok->next();
   std::uint32_t lastLine = 0;
   while (tok) {
     if (tok->link()) {
@@ -40,8 +41,9 @@ void Fahrplandefinition::execute(bool skipOutput, Token const* command) {
   if (!command->next()) throw Error(command, "Syntaxfehler: Befehl ohne Argumente."_cp1252);
   for (KommandoEintrag const& eintrag : kommandos) {
     if (command->str() != eintrag.keyword) continue;
-    // Remembered for front-ends; an include restores the including command after it.
-    Token const* outer = currentCommand;
+    // Remembered for front-ends; an include restores the including command after
+    // it. At the top level there is none, also after an earlier run that failed.
+    Token const* outer = dateiTiefe == 0 ? nullptr : currentCommand;
     currentCommand = command;
     (this->*eintrag.handler)(command, skipOutput);
     currentCommand = outer;
