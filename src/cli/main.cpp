@@ -1,0 +1,58 @@
+// fplc: the command-line front-end of the timetable compiler.
+#include <fstream>
+#include <iostream>
+#include <string>
+#include <variant>
+
+#include "cli/exit_status.h"
+#include "cli/installation_root.h"
+#include "cli/options.h"
+#include "cli/report.h"
+#include "cli/run.h"
+
+namespace {
+
+int failWithUsageProblem(std::string const& problem) {
+  std::cerr << "fplc: " << problem << '\n';
+  return exitStatusUsage;
+}
+
+int exitStatusOf(Ergebnis const& ergebnis, Options const& options) {
+  bool const failed =
+      ergebnis.abgebrochen || ergebnis.nichtGeschrieben || (options.werror && ergebnis.warnungen);
+  return failed ? exitStatusFailed : exitStatusOk;
+}
+
+// --quiet keeps errors only; under --werror warnings count as errors and stay.
+void dropWarningsIfQuiet(Ergebnis& ergebnis, Options const& options) {
+  if (!options.quiet || options.werror) return;
+  std::erase_if(ergebnis.diagnosen, [](Diagnose const& d) { return !d.fehler; });
+}
+
+int compileDefinition(Options const& options, char const* argv0) {
+  std::string problem;
+  if (!setUpInstallation(options, argv0, problem)) return failWithUsageProblem(problem);
+  std::ifstream in;
+  if (!openDefinition(options.definition, in, problem)) return failWithUsageProblem(problem);
+
+  Fahrplandefinition fpl;
+  Ergebnis ergebnis = compile(fpl, in, options);
+  int const status = exitStatusOf(ergebnis, options);
+  dropWarningsIfQuiet(ergebnis, options);
+
+  if (options.json) {
+    writeJsonReport(std::cout, status == exitStatusOk, ergebnis.diagnosen, ergebnis.ausgaben);
+    return status;
+  }
+  writeTextDiagnostics(std::cerr, ergebnis.diagnosen);
+  if (!options.quiet && !ergebnis.abgebrochen) writeWrittenFiles(std::cout, ergebnis.ausgaben);
+  return status;
+}
+
+}  // namespace
+
+int main(int argc, char** argv) {
+  std::variant<Options, int> parsed = parseOptions(argc, argv);
+  if (int const* done = std::get_if<int>(&parsed)) return *done;
+  return compileDefinition(std::get<Options>(parsed), argc > 0 ? argv[0] : nullptr);
+}
