@@ -1,0 +1,78 @@
+// The successor train of a train on a given date, and the helpers that
+// post-processing and validation share for finding successors.
+#include "resolve/folgeleistung.h"
+
+#include <cctype>
+#include <string>
+
+#include "tokenizer/std_conversions.h"
+
+long long folgeZugnummer(Zug const& zug) {
+  std::string const& folge = zug.zuglauf->eintraege.back().folge;
+  long long wert = toInt(folge);
+  if (!folge.empty() && std::isdigit(static_cast<unsigned char>(folge.front()))) return wert;
+  return zug.nummer + wert;
+}
+
+long long abfahrtAmStart(Zug const& zug) {
+  return zug.zuglauf->eintraege.front().ab + zug.reftime;
+}
+
+bool faehrtAm(Zug const& zug, char tag) {
+  return zug.verkehrstag && zug.verkehrstag->MatchWochentag(tag);
+}
+
+bool faehrtAmTagDanach(Zug const& zug, char tag) {
+  return zug.verkehrstag && zug.verkehrstag->MatchWochentagDanach(tag);
+}
+
+namespace {
+
+// The best candidate so far: a successor train and the reference time of its
+// service (shifted by a day when it runs on the day before or after).
+struct Kandidat {
+  long long ankunft;
+  long long bester = kKeinAbstand;
+  Zug const* zug = nullptr;
+  long long reftime = 0;
+
+  void pruefe(Zug const& k, long long start, long long verschiebung) {
+    start += verschiebung;
+    if (start > ankunft && start - ankunft < bester) {
+      bester = start - ankunft;
+      zug = &k;
+      reftime = k.reftime + verschiebung;
+    }
+  }
+};
+
+}  // namespace
+
+Zug const* Zug::getFolgeleistung(std::list<Zug> const& zuege, long long datum,
+                                 long long* ref) const {
+  long long eigeneRef = ref ? *ref : reftime;
+  if (ref) *ref = 0;
+  // A train without a run has no end to be followed from.
+  if (!zuglauf || zuglauf->eintraege.empty()) return nullptr;
+  long long nummerDerFolge = folgeZugnummer(*this);
+  Kandidat kandidat{zuglauf->eintraege.back().an + eigeneRef};
+
+  for (Zug const& k : zuege) {
+    if (k.nummer != nummerDerFolge || !k.zuglauf || k.zuglauf->eintraege.empty()) continue;
+    if (!k.verkehrstag) continue;  // runs on no day
+    Verkehrstag const& tage = *k.verkehrstag;
+    long long start = abfahrtAmStart(k);
+    // A train with a negative reference time started on the day before `datum`:
+    // its successor runs on the day before or on `datum` itself; otherwise on
+    // `datum` or on the day after.
+    if (eigeneRef < 0) {
+      if (tage.MatchVortag(datum)) kandidat.pruefe(k, start, -kSekundenProTag);
+      if (tage.Match(datum)) kandidat.pruefe(k, start, 0);
+    } else {
+      if (tage.Match(datum)) kandidat.pruefe(k, start, 0);
+      if (tage.MatchFolgetag(datum)) kandidat.pruefe(k, start, kSekundenProTag);
+    }
+  }
+  if (ref) *ref = kandidat.zug ? kandidat.reftime : 0;
+  return kandidat.zug;
+}
