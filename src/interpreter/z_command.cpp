@@ -16,7 +16,7 @@ void Fahrplandefinition::kommandoZ(Token const* cmd, bool) {
   if (ankunft) angabe = angabe->next();
 
   // "*": the train's own run follows as a data block; there is no run
-  // specification to read, and the reference time stays 0.
+  // reference to read, and the reference time stays 0.
   bool implizit = angabe->str() == "*";
   Token const* last = angabe;
   if (!implizit) {

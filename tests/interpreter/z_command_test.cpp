@@ -1,4 +1,4 @@
-// Z: one train, its run specification, days, category and implicit run.
+// Z: one train, its run reference, days, category and implicit run.
 #include <gtest/gtest.h>
 
 #include <sstream>

@@ -1,4 +1,4 @@
-// Run specifications: a time for the current run, one named run, or a run
+// Run references: a time for the current run, one named run, or a run
 // composed of several with its junction rules.
 #include <gtest/gtest.h>
 
@@ -17,12 +17,12 @@ std::string const kLaeufe =
     "ZL Weiter {\nXB . N2 E - 0:00 LZ 4\nXC . N3 H 0:40 - FOLGE ZN +1\n}\n"
     "ZL Stumpf {\nXA . N1 H - 0:00\n}\nZL Zurueck {\nXA . N1 H - 0:00\nXB . N2 H 0:20 -\n}\n";
 
-class ZuglaufSpec : public DefinitionTest {
+class ZuglaufAngabe : public DefinitionTest {
  protected:
   Zug const& zug(std::string const& nummer) { return *fpl.getZuegeByNummer().at(nummer); }
 };
 
-TEST_F(ZuglaufSpec, OneRunTakesTheTimeAsReferenceTime) {
+TEST_F(ZuglaufAngabe, OneRunTakesTheTimeAsReferenceTime) {
   run(kLaeufe + "SET Zuglauf Hin\nZ 1 8:00\nZ 2 (7:00 Weiter)\nZ 3 (Weiter)\n");
   EXPECT_EQ(zug("1").zuglauf->name + zug("2").zuglauf->name, "HinWeiter");
   EXPECT_EQ(zug("1").reftime, 8 * 3600);
@@ -30,7 +30,7 @@ TEST_F(ZuglaufSpec, OneRunTakesTheTimeAsReferenceTime) {
   EXPECT_EQ(zug("3").reftime, 0);
 }
 
-TEST_F(ZuglaufSpec, ComposedRunJoinsTheMeetingStops) {
+TEST_F(ZuglaufAngabe, ComposedRunJoinsTheMeetingStops) {
   run(kLaeufe + "Z 1 (8:00 Hin 8:35 Weiter)\n");
   Zuglauf const& lauf = *zug("1").zuglauf;
   EXPECT_EQ(&lauf, &fpl.getZL().back());
@@ -51,7 +51,7 @@ TEST_F(ZuglaufSpec, ComposedRunJoinsTheMeetingStops) {
   EXPECT_EQ(fpl.getZLByName().at("Hin")->eintraege[1].gleis, "*");
 }
 
-TEST_F(ZuglaufSpec, FaultsNameTheirToken) {
+TEST_F(ZuglaufAngabe, FaultsNameTheirToken) {
   std::pair<char const*, char const*> const faelle[] = {
       {"Z 1 (8:00 Stumpf Weiter)\n", "Weiter: Zugläufe inkompatibel."_cp1252},
       {"Z 1 (8:00 Hin Zurueck)\n", "Zurueck: Zugläufe inkompatibel."_cp1252},

@@ -1,4 +1,4 @@
-// Run specifications of Z, M and SET Zuglauf: a time for the current run, or a
+// Run references of Z, M and SET Zuglauf: a time for the current run, or a
 // group "(" [time] name { [time] name } ")" naming one run or composing several.
 #include <vector>
 
