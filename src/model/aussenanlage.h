@@ -14,11 +14,11 @@ struct Error;
 struct Aussenanlage {
   // A direction through which trains enter or leave the layout.
   struct Fahrtrichtung {
-    std::vector<int> anschluesse;         // ids of the layout's connections
+    std::vector<int> anschluesse;  // ids of the layout's connections
     std::string name;
     int id = 0;
-    std::uint16_t lenkziffern = 0xFFFF;   // admissible routing digits, bit d for digit d
-    bool ausAussenanlage = false;         // read from the layout file (written by bare id)
+    std::uint16_t lenkziffern = 0xFFFF;  // admissible routing digits, bit d for digit d
+    bool ausAussenanlage = false;        // read from the layout file (written by bare id)
   };
 
   // What the layout file says about one of its operating points.

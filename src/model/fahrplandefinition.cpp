@@ -66,4 +66,6 @@ std::string Fahrplandefinition::createTokenLocationString(Token const* tok) cons
   return tok->getTokenList()->file() + ", " + line;
 }
 
-std::string Fahrplandefinition::stringifyTokens() { return tokenLists.front()->stringify(); }
+std::string Fahrplandefinition::stringifyTokens() {
+  return tokenLists.front()->stringify();
+}

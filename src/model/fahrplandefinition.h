@@ -92,14 +92,22 @@ class Fahrplandefinition {
   std::list<Betriebsstelle> const& getBetriebsstellen() const { return betriebsstellen; }
   std::vector<FzgLib> const& getFzgLibs() const { return fzgLibs; }
   std::list<Reihung> const& getReihungen() const { return reihungen; }
-  std::unordered_map<std::string, Reihung*> const& getReihungenByName() const { return reihungenByName; }
-  std::unordered_map<std::string, std::pair<int, int>> const& getFzgNamen() const { return fzgNamen; }
+  std::unordered_map<std::string, Reihung*> const& getReihungenByName() const {
+    return reihungenByName;
+  }
+  std::unordered_map<std::string, std::pair<int, int>> const& getFzgNamen() const {
+    return fzgNamen;
+  }
   std::list<Verkehrstag> const& getVerkehrstage() const { return verkehrstage; }
-  std::unordered_map<std::string, Verkehrstag const*> const& getVTByName() const { return vtByName; }
+  std::unordered_map<std::string, Verkehrstag const*> const& getVTByName() const {
+    return vtByName;
+  }
   Verkehrstag const& getDefaultVT() const { return defaultVT; }
   std::unordered_map<std::string, Zuglauf*> const& getZLByName() const { return zlByName; }
   std::list<Zuglaufsegment> const& getSegmente() const { return segmente; }
-  std::unordered_map<std::string, Zuglaufsegment*> const& getSegmenteByKey() const { return segmenteByKey; }
+  std::unordered_map<std::string, Zuglaufsegment*> const& getSegmenteByKey() const {
+    return segmenteByKey;
+  }
   std::unordered_map<std::string, Zug*> const& getZuegeByNummer() const { return zuegeByNummer; }
   std::string const& getGattungSetting() const { return gattung; }
   std::string const& getLiniennummerSetting() const { return liniennummer; }
@@ -180,7 +188,8 @@ class Fahrplandefinition {
                  std::unordered_map<Zuglauf const*, Zuglauf const*>& kopien);
 
   // --- resolution ---
-  signed char calcLenkziffer(Zug const* zug, Aussenanlage const* aa, std::string const& bahnhof) const;
+  signed char calcLenkziffer(Zug const* zug, Aussenanlage const* aa,
+                             std::string const& bahnhof) const;
   // (further helpers of postprocess and validate go here)
 
   // --- output ---

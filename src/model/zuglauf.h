@@ -8,11 +8,15 @@
 struct Zuglauf {
   std::vector<FplEintrag> eintraege;  // in running order
   std::string name;
-  int id = 0;                   // serial number from 1 in order of definition
+  int id = 0;                    // serial number from 1 in order of definition
   Token const* token = nullptr;  // the opening brace of the run's data block
 
-  bool isStartZuglauf() const { return !eintraege.empty() && eintraege.front().typ == FplEintrag::Start; }
-  bool isZielZuglauf() const { return !eintraege.empty() && eintraege.back().typ == FplEintrag::Ziel; }
+  bool isStartZuglauf() const {
+    return !eintraege.empty() && eintraege.front().typ == FplEintrag::Start;
+  }
+  bool isZielZuglauf() const {
+    return !eintraege.empty() && eintraege.back().typ == FplEintrag::Ziel;
+  }
   long long getZielzeit() const;
 };
 
