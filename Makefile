@@ -1,6 +1,7 @@
 # fplc: set-up, build, run and test in one place.
 #   make run    install what is missing, build, compile the example timetable
 #   make test   install what is missing, build, run every test
+#   make bench  build and run the benchmarks
 BUILD_DIR  ?= build
 BUILD_TYPE ?= RelWithDebInfo
 CMAKE_FLAGS ?=
@@ -10,7 +11,7 @@ EXAMPLE ?= $(EXAMPLE_ROOT)/fahrplaene/beispiel.fpl
 
 PACKAGES = cmake make g++ libtinyxml2-dev libgtest-dev libgmock-dev libcli11-dev nlohmann-json3-dev
 
-.PHONY: all deps configure build run test clean
+.PHONY: all deps configure build run test bench clean
 
 all: build
 
@@ -41,6 +42,13 @@ run: build
 
 test: build
 	ctest --test-dir $(BUILD_DIR) --output-on-failure -j $(JOBS)
+
+# Benchmarks need Google Benchmark and are built apart from the tests.
+bench:
+	$(MAKE) deps PACKAGES="$(PACKAGES) libbenchmark-dev"
+	cmake -S . -B build-bench -DCMAKE_BUILD_TYPE=Release -DFPLC_TESTS=OFF -DFPLC_BENCHMARKS=ON
+	cmake --build build-bench -j $(JOBS) --target fpl_bench
+	build-bench/fpl_bench
 
 clean:
 	rm -rf $(BUILD_DIR)
