@@ -1,13 +1,11 @@
+// Finding the installation root and expanding the path variables of file names.
 #include <gtest/gtest.h>
-#include <stdlib.h>
 
 #include <filesystem>
-#include <fstream>
 #include <string>
 
 #include "external/installation.h"
-
-namespace fs = std::filesystem;
+#include "support/temp_dir.h"
 
 namespace {
 
@@ -15,73 +13,48 @@ namespace {
 class Installation : public ::testing::Test {
  protected:
   void SetUp() override {
-    savedPath = quorvelpath;
-    savedDev = quorvel_dev;
     quorvelpath.clear();
     quorvel_dev = false;
-    std::string pattern = (fs::temp_directory_path() / "fplc-inst-XXXXXX").string();
-    ASSERT_NE(mkdtemp(pattern.data()), nullptr);
-    tmp = fs::canonical(pattern).string();
   }
-  void TearDown() override {
-    fs::remove_all(tmp);
-    quorvelpath = savedPath;
-    quorvel_dev = savedDev;
-  }
-  // `relative` never starts with "/": the file always lands below `tmp`.
-  void touch(std::string const& relative) {
-    fs::path file = tmp + "/" + relative;
-    fs::create_directories(file.parent_path());
-    std::ofstream(file) << "<x/>";
-  }
+  void touch(std::string const& relative) { dir.write(relative, "<x/>"); }
 
-  std::string tmp;
-  std::string savedPath;
-  bool savedDev = false;
+  Restore<std::string> savedPath{quorvelpath};
+  Restore<bool> savedDev{quorvel_dev};
+  TempDir dir;
+  std::string const tmp = dir.path().string();
 };
 
-TEST_F(Installation, FindsTheRootAboveAFileInsideIt) {
-  touch("sim/core/configTemplate/basesettings.xml");
-  fs::create_directories(tmp + "/sim/fahrplaene");
-  EXPECT_TRUE(quorvel_init(tmp + "/sim/fahrplaene/nicht-vorhanden.fpl"));
-  EXPECT_EQ(quorvelpath, tmp + "/sim");
-  EXPECT_FALSE(quorvel_dev);
-}
+TEST_F(Installation, SearchesTheRootUpwardsFromTheStartingPoint) {
+  // Nothing found: false, unless an earlier root is set; it stays with its flag.
+  EXPECT_FALSE(quorvel_init(tmp + "/leer/datei"));
+  quorvelpath = "/frueher";
+  quorvel_dev = true;
+  EXPECT_TRUE(quorvel_init(tmp + "/leer/datei"));
+  EXPECT_EQ(quorvelpath + " " + std::to_string(quorvel_dev), "/frueher 1");
+  quorvelpath.clear();
+  quorvel_dev = false;
 
-TEST_F(Installation, SetsTheDevelopmentFlagFromItsMarker) {
   touch("sim/core/configTemplate/basesettings.xml");
-  touch("sim/stellwerke/_baustelle/suggest_open_config.xml");
-  EXPECT_TRUE(quorvel_init(tmp + "/sim/fplc"));
-  EXPECT_TRUE(quorvel_dev);
-}
-
-TEST_F(Installation, StartsAboveAGivenRootDirectory) {
-  touch("sim/core/configTemplate/basesettings.xml");
-  EXPECT_FALSE(quorvel_init(tmp + "/sim"));
+  EXPECT_FALSE(quorvel_init(tmp + "/sim"));   // the search starts above a given root
   EXPECT_FALSE(quorvel_init(tmp + "/sim/"));  // trailing separators are stripped first
   EXPECT_EQ(quorvelpath, "");
+  std::filesystem::create_directories(tmp + "/sim/fahrplaene");
+  EXPECT_TRUE(quorvel_init(tmp + "/sim/fahrplaene/nicht-vorhanden.fpl"));
+  EXPECT_EQ(quorvelpath + " " + std::to_string(quorvel_dev), tmp + "/sim 0");
+
+  touch("sim/stellwerke/_baustelle/suggest_open_config.xml");  // the development marker
+  EXPECT_TRUE(quorvel_init(tmp + "/sim/fplc"));
+  EXPECT_EQ(quorvelpath + " " + std::to_string(quorvel_dev), tmp + "/sim 1");
 
   touch("core/configTemplate/basesettings.xml");  // now the parent is a root too
   EXPECT_TRUE(quorvel_init(tmp + "/sim"));
   EXPECT_EQ(quorvelpath, tmp);
 }
 
-TEST_F(Installation, KeepsAnEarlierRootWhenNothingIsFound) {
-  EXPECT_FALSE(quorvel_init(tmp + "/leer/datei"));
-  quorvelpath = "/frueher";
-  quorvel_dev = true;
-  EXPECT_TRUE(quorvel_init(tmp + "/leer/datei"));
-  EXPECT_EQ(quorvelpath, "/frueher");
-  EXPECT_TRUE(quorvel_dev);
-}
-
 TEST_F(Installation, ExpandsPathVariables) {
-  struct Case {
-    char const* root;
-    char const* text;
-    char const* expected;
-  };
-  Case const cases[] = {
+  struct {
+    char const *root, *text, *expected;
+  } const cases[] = {
       {"/opt/sim", "", ""},
       {"/opt/sim", "a", "a"},
       {"/opt/sim", "/stellwerke/x.stwa", "/opt/sim/stellwerke/x.stwa"},
@@ -97,10 +70,9 @@ TEST_F(Installation, ExpandsPathVariables) {
       {"C:\\Sim", "\\foo\\$(StwDir)x", "C:/Sim/foo/C:\\Sim/stellwerke/x"},
       {"", "$(StwDir)x.stwa", "/stellwerke/x.stwa"},
   };
-  for (Case const& c : cases) {
-    SCOPED_TRACE(std::string(c.root) + " " + c.text);
+  for (auto const& c : cases) {
     quorvelpath = c.root;
-    EXPECT_EQ(expandInstallPath(c.text), c.expected);
+    EXPECT_EQ(expandInstallPath(c.text), c.expected) << c.root << " " << c.text;
   }
 }
 

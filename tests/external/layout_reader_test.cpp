@@ -1,38 +1,36 @@
 // Reading a layout file: operating points, directions and signal flags.
 #include <gtest/gtest.h>
 
-#include <filesystem>
-#include <fstream>
+#include <map>
 #include <string>
+#include <tuple>
 
 #include "model/aussenanlage.h"
+#include "support/temp_dir.h"
 #include "tokenizer/cp1252.h"
 #include "tokenizer/error.h"
 #include "tokenizer/token.h"
 
 namespace {
 
-namespace fs = std::filesystem;
-
 class LayoutReader : public ::testing::Test {
  protected:
-  void SetUp() override {
-    dir = fs::temp_directory_path() /
-          ("fplc-stwa-" +
-           std::string(::testing::UnitTest::GetInstance()->current_test_info()->name()));
-    fs::create_directories(dir);
-  }
-  void TearDown() override { fs::remove_all(dir); }
-
-  // Writes `content` to a file and reads it into `anlage`.
-  void read(std::string const& file, std::string const& content) {
-    anlage.datei = (dir / file).string();
-    std::ofstream(anlage.datei) << content;
+  // Reads `content` as the layout file `name` (a missing file for null).
+  void read(std::string const& name, char const* content) {
+    anlage.datei = content ? dir.write(name, content) : (dir.path() / name).string();
     anlage.readSTWA(punkte, byDs100, richtungen, warnungen, &command);
   }
 
-  fs::path dir;
-  Token command{nullptr, "AA", 4};
+  // "ds100 name kind; " of each of the definition's points.
+  std::string points() const {
+    std::string out;
+    for (auto const& [ds100, b] : std::map(byDs100.begin(), byDs100.end()))
+      out += ds100 + " " + b->name + " " + std::to_string(b->fplcat) + "; ";
+    return out;
+  }
+
+  TempDir dir;
+  Token const command{nullptr, "AA", 4};
   Aussenanlage anlage;
   std::list<Betriebsstelle> punkte;
   std::unordered_map<std::string, Betriebsstelle*> byDs100;
@@ -41,128 +39,86 @@ class LayoutReader : public ::testing::Test {
 };
 
 TEST_F(LayoutReader, FaultsNameTheCommandAndAddNothing) {
-  struct Case {
-    char const* content;  // null: no file at all
-    char const* message;
-  } const cases[] = {
-      {nullptr, "Außenanlage konnte nicht geöffnet werden oder ist keine XML-Datei!"_cp1252},
-      {"<stelltisch><betriebsstelle></stelltisch>",
-       "Außenanlage konnte nicht geöffnet werden oder ist keine XML-Datei!"_cp1252},
+  std::string const unreadable =
+      "Außenanlage konnte nicht geöffnet werden oder ist keine XML-Datei!"_cp1252;
+  std::pair<char const*, std::string> const cases[] = {
+      {nullptr, unreadable},
+      {"<stelltisch><betriebsstelle></stelltisch>", unreadable},
       {"<?xml version=\"1.0\"?>\n<!-- leer -->\n", "Außenanlage: Beschädigtes XML!"_cp1252},
       {"<fahrplan><betriebsstelle name=\"A\"><abbreviation vname=\"ds100\" "
        "value=\"XA\"/></betriebsstelle></fahrplan>",
        "Datei ist keine Quorvel-Außenanlage!"_cp1252},
   };
-  for (Case const& c : cases) {
-    anlage.datei = (dir / "fault.stwa").string();
-    fs::remove(anlage.datei);
-    if (c.content) std::ofstream(anlage.datei) << c.content;
+  for (auto const& [content, message] : cases) {  // the missing file comes first
     try {
-      anlage.readSTWA(punkte, byDs100, richtungen, warnungen, &command);
-      ADD_FAILURE() << "no fault for " << (c.content ? c.content : "missing file");
+      read("fault.stwa", content);
+      ADD_FAILURE() << "no fault for " << message;
     } catch (Error const& e) {
-      EXPECT_EQ(e.message, c.message);
-      EXPECT_EQ(e.token, &command);
+      EXPECT_EQ(std::pair(e.message, e.token), std::pair(message, &command));
     }
   }
   EXPECT_TRUE(punkte.empty());
   EXPECT_TRUE(anlage.betriebsstellen.empty());
 }
 
-TEST_F(LayoutReader, ReadsPointsKindsDirectionsAndSignalFlags) {
+TEST_F(LayoutReader, ReadsPointsDirectionsAndSignalFlagsAcrossFiles) {
+  punkte.push_back({"XE", "Edorf"});  // as by "BTR XE Edorf"
+  byDs100["XE"] = &punkte.back();
   read("a.stwa", R"(<aussenanlage>
   <signal betriebsstelle="10" stationforlengthless="1" hauptsignaltyp="1"/>
-  <betriebsstelle name="Astadt" id="10">
-    <abbreviation vname="fplcat" value="7"/><abbreviation vname="ds100" value="XA"/>
-    <abbreviation vname="fplcat" value="2a"/><abbreviation vname="fplcat" value="9"/>
-  </betriebsstelle>
+  <betriebsstelle name="Astadt" id="10"><abbreviation vname="fplcat" value="7"/><abbreviation vname="ds100" value="XA"/>
+    <abbreviation vname="fplcat" value="2a"/><abbreviation vname="fplcat" value="9"/></betriebsstelle>
   <betriebsstelle name="Bdorf" id="11"><abbreviation vname="ds100" value="XB"/><abbreviation vname="fplcat" value="7"/></betriebsstelle>
   <betriebsstelle name="Cweiler" id="12"><abbreviation vname="ds100" value="XC"/><abbreviation vname="fplcat" value="4"/></betriebsstelle>
   <betriebsstelle name="Dhausen" id="13"><abbreviation vname="ds100" value="XD"/><abbreviation vname="fplcat" value=""/></betriebsstelle>
   <betriebsstelle name="Abzw Ost" id="14"><abbreviation vname="DS100" value="XO"/></betriebsstelle>
+  <betriebsstelle name="Edorf" id="16"><abbreviation vname="ds100" value="XE"/><abbreviation vname="fplcat" value="1"/></betriebsstelle>
   <bahnsteig name="Egal" id="15"/>
-  <signal betriebsstelle="11" stationforlengthless="ja"/>
+  <signal betriebsstelle="11" stationforlengthless="ja"/><signal betriebsstelle="99" hauptsignaltyp="ja"/>
   <signal betriebsstelle="12" hauptsignaltyp="ja" stationforlengthless=""/>
-  <signal betriebsstelle="99" hauptsignaltyp="ja"/>
-  <einfahrrichtung name="von Norden" id="3">
-    <abbreviation vname="zuglinor_RiA" value="N1"/><abbreviation vname="zuglinor_RiA" value="Nord"/>
-    <anschluss id="1"/><anschluss id="2"/>
-  </einfahrrichtung>
+  <einfahrrichtung name="von Norden" id="3"><abbreviation vname="zuglinor_RiA" value="N1"/>
+    <abbreviation vname="zuglinor_RiA" value="Nord"/><anschluss id="1"/><anschluss id="2"/></einfahrrichtung>
   <einfahrrichtung name="Sued" id="4"><anschluss id="5"/></einfahrrichtung>
   <einfahrrichtung id="6"><anschluss id="7"/></einfahrrichtung>
 </aussenanlage>)");
 
   EXPECT_TRUE(warnungen.empty());
-  ASSERT_EQ(punkte.size(), 4u);  // the point without a "ds100" abbreviation makes none
-  struct Expected {
-    char const* ds100;
-    char const* name;
-    int fplcat;
-  } const expected[] = {
-      {"XA", "Astadt", 1}, {"XB", "Bdorf", 2}, {"XC", "Cweiler", 0}, {"XD", "Dhausen", 0}};
-  for (Expected const& e : expected) {
-    ASSERT_TRUE(byDs100.count(e.ds100)) << e.ds100;
-    EXPECT_EQ(byDs100.at(e.ds100)->name, e.name);
-    EXPECT_EQ(byDs100.at(e.ds100)->fplcat, e.fplcat) << e.ds100;
-  }
-
-  struct Info {
-    char const* name;
-    int id;
-    bool stationforlengthless, hauptsignaltyp;
-  } const infos[] = {{"Astadt", 10, false, false},  // its signal came before it
-                     {"Bdorf", 11, true, false},
-                     {"Cweiler", 12, false, true},
-                     {"Dhausen", 13, false, false},
-                     {"Abzw Ost", 14, false, false}};
-  EXPECT_EQ(anlage.betriebsstellen.size(), 5u);
-  for (Info const& i : infos) {
-    ASSERT_TRUE(anlage.betriebsstellen.count(i.name)) << i.name;
-    auto const& info = anlage.betriebsstellen.at(i.name);
-    EXPECT_EQ(info.id, i.id);
-    EXPECT_EQ(info.stationforlengthless, i.stationforlengthless) << i.name;
-    EXPECT_EQ(info.hauptsignaltyp, i.hauptsignaltyp) << i.name;
-  }
-
-  ASSERT_EQ(richtungen.size(), 2u);          // the one without key nor name is skipped
-  auto const& nord = richtungen.at("Nord");  // the last "zuglinor_RiA" decides
-  EXPECT_EQ(nord.name, "Nord");
-  EXPECT_EQ(nord.id, 3);
-  EXPECT_EQ(nord.anschluesse, (std::vector<int>{1, 2}));
-  EXPECT_EQ(nord.lenkziffern, 0xFFFF);
-  EXPECT_TRUE(nord.ausAussenanlage);
+  // No point without a "ds100" abbreviation; "fplcat" 2a, 7, 4, "" and none for a known point.
+  EXPECT_EQ(punkte.size(), 5u);
+  EXPECT_EQ(points(), "XA Astadt 1; XB Bdorf 2; XC Cweiler 0; XD Dhausen 0; XE Edorf 0; ");
+  // Signal flags: id, stationforlengthless, hauptsignaltyp; Astadt's signal came before it.
+  std::string infos;
+  for (auto const& [name, i] :
+       std::map(anlage.betriebsstellen.begin(), anlage.betriebsstellen.end()))
+    infos += name + " " + std::to_string(i.id) + " " + std::to_string(i.stationforlengthless) +
+             std::to_string(i.hauptsignaltyp) + "; ";
+  EXPECT_EQ(
+      infos,
+      "Abzw Ost 14 00; Astadt 10 00; Bdorf 11 10; Cweiler 12 01; Dhausen 13 00; Edorf 16 00; ");
+  // The last "zuglinor_RiA" decides; the direction without key nor name is skipped.
+  ASSERT_EQ(richtungen.size(), 2u);
+  auto const& nord = richtungen.at("Nord");
+  EXPECT_EQ(
+      std::tuple(nord.name, nord.id, nord.anschluesse, nord.lenkziffern, nord.ausAussenanlage),
+      std::tuple("Nord", 3, std::vector<int>{1, 2}, 0xFFFF, true));
   EXPECT_EQ(richtungen.at("Sued").anschluesse, (std::vector<int>{5}));
-}
 
-TEST_F(LayoutReader, SecondFileKeepsKnownPointsAndCollectsConnections) {
-  Betriebsstelle& declared = punkte.emplace_back();  // as by "BTR XB Bdorf"
-  declared.ds100 = "XB";
-  declared.name = "Bdorf";
-  byDs100["XB"] = &declared;
-
-  read("a.stwa", R"(<stelltisch>
-  <betriebsstelle name="Astadt" id="1"><abbreviation vname="ds100" value="XA"/></betriebsstelle>
-  <betriebsstelle name="Bdorf" id="2"><abbreviation vname="ds100" value="XB"/><abbreviation vname="fplcat" value="1"/></betriebsstelle>
-  <einfahrrichtung name="Nord" id="3"><anschluss id="1"/></einfahrrichtung>
-</stelltisch>)");
   read("b.stwa", R"(<stelltisch>
-  <betriebsstelle name="Astadt" id="5"><abbreviation vname="ds100" value="XA"/><abbreviation vname="fplcat" value="1"/></betriebsstelle>
+  <betriebsstelle name="Astadt" id="5"><abbreviation vname="ds100" value="XA"/></betriebsstelle>
   <betriebsstelle name="A-Stadt" id="6"><abbreviation vname="ds100" value="XA"/></betriebsstelle>
   <betriebsstelle name="Astadt Hbf" id="7"><abbreviation vname="ds100" value="XA"/></betriebsstelle>
+  <betriebsstelle name="Dhausen" id="17"><abbreviation vname="ds100" value="XD"/><abbreviation vname="fplcat" value="1"/></betriebsstelle>
   <einfahrrichtung name="Nord" id="8"><anschluss id="4"/></einfahrrichtung>
 </stelltisch>)");
-
   ASSERT_EQ(warnungen.size(), 2u);  // one per differing occurrence
-  for (Error const& w : warnungen) {
-    EXPECT_EQ(w.message, "Widerspruch: Außenanlage definiert XA anders."_cp1252);
-    EXPECT_EQ(w.token, &command);
-  }
-  EXPECT_EQ(punkte.size(), 2u);
-  EXPECT_EQ(byDs100.at("XA")->name, "Astadt");
-  EXPECT_EQ(byDs100.at("XA")->fplcat, 0);  // known before the second file: no kind from it
-  EXPECT_EQ(byDs100.at("XB")->fplcat, 0);  // declared before: no kind from the layout
-  EXPECT_EQ(richtungen.at("Nord").anschluesse, (std::vector<int>{1, 4}));
-  EXPECT_EQ(richtungen.at("Nord").id, 8);
+  for (Error const& w : warnungen)
+    EXPECT_EQ(
+        std::pair(w.message, w.token),
+        std::pair(std::string("Widerspruch: Außenanlage definiert XA anders."_cp1252), &command));
+  // The first name wins; a point known before the file takes no kind from it.
+  EXPECT_EQ(points(), "XA Astadt 1; XB Bdorf 2; XC Cweiler 0; XD Dhausen 0; XE Edorf 0; ");
+  EXPECT_EQ(punkte.size(), 5u);
+  EXPECT_EQ(std::pair(nord.id, nord.anschluesse), std::pair(8, std::vector<int>{1, 2, 4}));
   EXPECT_EQ(anlage.betriebsstellen.at("Astadt").id, 5);
 }
 

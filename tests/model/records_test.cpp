@@ -9,7 +9,8 @@ namespace {
 Reihung formation(std::uint32_t id, std::vector<int> vehicles) {
   Reihung r;
   r.id = id;
-  for (int v : vehicles) r.fahrzeuge.push_back({"F" + std::to_string(v), 1, v, false});
+  for (int v : vehicles)
+    r.fahrzeuge.push_back({"F" + std::to_string(v), 1, v, false});
   return r;
 }
 
@@ -21,78 +22,65 @@ FplEintrag entry(std::uint8_t typ, long long an, long long ab) {
   return e;
 }
 
-}  // namespace
-
 TEST(Reihung, CongruenceComparesEachPlaceStraightOrMirrored) {
   struct Case {
     char const* what;
     std::vector<int> self, other;
+    std::uint32_t otherId;  // this formation's id is 1
     bool congruent;
   } const cases[] = {
-      {"two empty formations", {}, {}, true},
-      {"same vehicles in order", {1, 2, 3}, {1, 2, 3}, true},
-      {"reversed", {1, 2, 3}, {3, 2, 1}, true},
-      {"middle place matches neither", {1, 2, 3}, {1, 3, 2}, false},
-      {"mixed straight and mirrored places", {1, 2, 1}, {1, 2, 1}, true},
-      {"different length", {1, 2}, {1, 2, 3}, false},
-      {"other vehicle", {1, 2}, {1, 4}, false},
+      {"two empty formations", {}, {}, 2, true},
+      {"same vehicles in order", {1, 2, 3}, {1, 2, 3}, 2, true},
+      {"reversed", {1, 2, 3}, {3, 2, 1}, 2, true},
+      {"middle place matches neither", {1, 2, 3}, {1, 3, 2}, 2, false},
+      {"mixed straight and mirrored places", {1, 2, 1}, {1, 2, 1}, 2, true},
+      {"different length", {1, 2}, {1, 2, 3}, 2, false},
+      {"other vehicle", {1, 2}, {1, 4}, 2, false},
+      {"same id, other vehicles", {1, 2}, {5}, 1, true},
   };
   for (Case const& c : cases) {
-    Reihung self = formation(1, c.self), other = formation(2, c.other);
+    Reihung self = formation(1, c.self), other = formation(c.otherId, c.other);
     EXPECT_EQ(self.isKongruent(&other), c.congruent) << c.what;
   }
+  EXPECT_FALSE(formation(1, {}).isKongruent(nullptr));
+  EXPECT_EQ(formation(1, {1, 2}).getFirstFzgName(), "F1");
+  EXPECT_EQ(formation(1, {}).getFirstFzgName(), "");
 }
 
-TEST(Reihung, SameIdIsCongruentAndNullIsNot) {
-  Reihung a = formation(7, {1, 2}), b = formation(7, {5});
-  EXPECT_TRUE(a.isKongruent(&b));
-  EXPECT_FALSE(a.isKongruent(nullptr));
-  EXPECT_EQ(a.getFirstFzgName(), "F1");
-  EXPECT_EQ(formation(3, {}).getFirstFzgName(), "");
+TEST(Zuglauf, EndsOfARunAndTheStartOfItsTrain) {
+  using F = FplEintrag;
+  long long const k = keineZeit;
+  struct Case {
+    std::vector<FplEintrag> run;
+    bool start, ziel;
+    long long zielzeit, startzeit;  // the train's reference time is 3600
+  } const cases[] = {
+      {{}, false, false, k, 3600},
+      {{entry(F::Start, k, k)}, true, false, k, 3600},
+      {{entry(F::Start, k, 120), entry(F::Ausfahrt, 200, k)}, true, false, k, 3720},
+      {{entry(F::Halt, 60, 120), entry(F::Einfahrt, 200, k)}, false, false, k, 3660},
+      {{entry(F::Einfahrt, k, k), entry(F::Halt, k, 250)}, false, false, 250, 3600},
+      {{entry(F::Start, 60, 90), entry(F::Ziel, 290, 300)}, true, true, 290, 3660},
+      {{entry(F::Ziel, k, k)}, false, true, k, 3600},
+  };
+  for (Case const& c : cases) {
+    SCOPED_TRACE("row " + std::to_string(&c - cases));
+    Zuglauf run;
+    run.eintraege = c.run;
+    Zug train;
+    train.reftime = 3600;
+    train.zuglauf = &run;
+    EXPECT_EQ(run.isStartZuglauf(), c.start);
+    EXPECT_EQ(run.isZielZuglauf(), c.ziel);
+    EXPECT_EQ(run.getZielzeit(), c.zielzeit);
+    EXPECT_EQ(train.getStartzeit(), c.startzeit);
+    train.zuglauf = nullptr;
+    EXPECT_EQ(train.getStartzeit(), 3600);
+  }
+  std::string halts;
+  for (std::uint8_t typ = F::Halt; typ <= F::Ziel; ++typ)
+    halts += entry(typ, k, k).isHalt() ? 'H' : '-';
+  EXPECT_EQ(halts, "H--HH");
 }
 
-TEST(Zuglauf, EndTimeAndKindsOfTheEnds) {
-  Zuglauf run;
-  EXPECT_EQ(run.getZielzeit(), keineZeit);
-  EXPECT_FALSE(run.isStartZuglauf());
-  EXPECT_FALSE(run.isZielZuglauf());
-
-  run.eintraege = {entry(FplEintrag::Start, keineZeit, 100), entry(FplEintrag::Ausfahrt, 200, keineZeit)};
-  EXPECT_TRUE(run.isStartZuglauf());
-  EXPECT_FALSE(run.isZielZuglauf());
-  EXPECT_EQ(run.getZielzeit(), keineZeit);
-
-  run.eintraege.push_back(entry(FplEintrag::Ziel, keineZeit, keineZeit));
-  EXPECT_TRUE(run.isZielZuglauf());
-  EXPECT_EQ(run.getZielzeit(), keineZeit);
-  run.eintraege.back().ab = 300;
-  EXPECT_EQ(run.getZielzeit(), 300);
-  run.eintraege.back().an = 290;
-  EXPECT_EQ(run.getZielzeit(), 290);
-}
-
-TEST(FplEintrag, StopsAndArrivalOrDeparture) {
-  EXPECT_TRUE(entry(FplEintrag::Halt, 0, 0).isHalt());
-  EXPECT_TRUE(entry(FplEintrag::Start, 0, 0).isHalt());
-  EXPECT_TRUE(entry(FplEintrag::Ziel, 0, 0).isHalt());
-  EXPECT_FALSE(entry(FplEintrag::Einfahrt, 0, 0).isHalt());
-  EXPECT_FALSE(entry(FplEintrag::Ausfahrt, 0, 0).isHalt());
-  EXPECT_EQ(entry(0, keineZeit, keineZeit).getAnOrAb(), keineZeit);
-  EXPECT_EQ(entry(0, keineZeit, 60).getAnOrAb(), 60);
-  EXPECT_EQ(entry(0, 30, 60).getAnOrAb(), 30);
-}
-
-TEST(Zug, StartTimeFromReferenceAndFirstEntry) {
-  Zug train;
-  train.reftime = 3600;
-  EXPECT_EQ(train.getStartzeit(), 3600);  // no run
-  Zuglauf run;
-  train.zuglauf = &run;
-  EXPECT_EQ(train.getStartzeit(), 3600);  // empty run
-  run.eintraege = {entry(FplEintrag::Start, keineZeit, keineZeit)};
-  EXPECT_EQ(train.getStartzeit(), 3600);
-  run.eintraege[0].ab = 120;
-  EXPECT_EQ(train.getStartzeit(), 3720);
-  run.eintraege[0].an = 60;
-  EXPECT_EQ(train.getStartzeit(), 3660);
-}
+}  // namespace

@@ -1,7 +1,7 @@
 // Whole timetable documents, compared byte for byte with the expected files:
 // tests/output/golden/<case>.fpl is the definition, <case>_<layout>.xml the
-// document written for that layout. FPLC_UPDATE_GOLDEN=1 rewrites the expected
-// files from the current output instead of comparing.
+// document written for that layout. FPLC_UPDATE_GOLDEN=1 first rewrites the
+// expected files from the current output.
 #include <tinyxml2.h>
 
 #include <cctype>
@@ -14,31 +14,19 @@
 
 #include "external/installation.h"
 #include "support/definition_test.h"
+#include "support/temp_dir.h"
 #include "tokenizer/cp1252.h"
 
 namespace {
 
 std::string const kGolden = std::string(FPLC_SOURCE_DIR) + "/tests/output/golden/";
 
-std::string leseDatei(std::string const& pfad) {
-  std::ifstream in(pfad, std::ios::binary);
-  std::ostringstream text;
-  text << in.rdbuf();
-  return text.str();
-}
-
 // Layouts and libraries come from tests/output/data, the installation root here.
 class TimetableWriterTest : public DefinitionTest {
  protected:
-  void SetUp() override {
-    alterPfad = quorvelpath;
-    alterDev = quorvel_dev;
+  TimetableWriterTest() {
     quorvelpath = std::string(FPLC_SOURCE_DIR) + "/tests/output/data";
     quorvel_dev = false;
-  }
-  void TearDown() override {
-    quorvelpath = alterPfad;
-    quorvel_dev = alterDev;
   }
 
   // The document as OUT saves it for the layout `name`.
@@ -54,51 +42,38 @@ class TimetableWriterTest : public DefinitionTest {
     return "keine Außenanlage " + name;
   }
 
- private:
-  std::string alterPfad;
-  bool alterDev = false;
+  Restore<std::string> pfad{quorvelpath};
+  Restore<bool> dev{quorvel_dev};
 };
 
-struct GoldenFall {
-  char const* name;
-  bool nachbearbeiten;  // post-process as OUT does before writing
-  std::vector<std::string> anlagen;
-};
-
-void PrintTo(GoldenFall const& f, std::ostream* out) {
-  *out << f.name;
-}
-
-class TimetableGoldenTest : public TimetableWriterTest,
-                            public ::testing::WithParamInterface<GoldenFall> {};
-
-TEST_P(TimetableGoldenTest, WritesTheExpectedDocument) {
-  GoldenFall const& f = GetParam();
-  std::ifstream definition(kGolden + f.name + ".fpl", std::ios::binary);
-  fpl.read(definition, std::string(f.name) + ".fpl");
-  fpl.execute(true, static_cast<TokenList const*>(nullptr));
-  if (f.nachbearbeiten) fpl.postprocess();
-  for (std::string const& anlage : f.anlagen) {
-    std::string klein = anlage;
-    for (char& c : klein)
-      c = static_cast<char>(std::tolower(static_cast<unsigned char>(c)));
-    std::string const datei = kGolden + f.name + "_" + klein + ".xml";
-    std::string const xml = dokument(anlage);
-    if (std::getenv("FPLC_UPDATE_GOLDEN"))
-      std::ofstream(datei, std::ios::binary) << xml;
-    else
-      EXPECT_EQ(xml, leseDatei(datei)) << datei;
+TEST_F(TimetableWriterTest, WritesTheExpectedDocuments) {
+  struct {
+    char const* name;
+    bool nachbearbeiten;  // post-process as OUT does before writing
+    std::vector<std::string> anlagen;
+  } const faelle[] = {
+      {"anlage_ohne_zuege", true, {"Sued"}}, {"gemeinsames_template", true, {"Nord"}},
+      {"signalregel", true, {"Nord"}},       {"eintragsattribute", false, {"Nord"}},
+      {"benutzte_vorlagen", true, {"Nord"}}, {"zwei_anlagen", true, {"Nord", "Sued"}},
+  };
+  for (auto const& f : faelle) {
+    fpl.clear(false);
+    std::ifstream definition(kGolden + f.name + ".fpl", std::ios::binary);
+    fpl.read(definition, std::string(f.name) + ".fpl");
+    fpl.execute(true, static_cast<TokenList const*>(nullptr));
+    if (f.nachbearbeiten) fpl.postprocess();
+    for (std::string const& anlage : f.anlagen) {
+      std::string klein = anlage;
+      klein[0] = static_cast<char>(std::tolower(static_cast<unsigned char>(klein[0])));
+      std::string const datei = kGolden + f.name + "_" + klein + ".xml";
+      std::string const xml = dokument(anlage);
+      if (std::getenv("FPLC_UPDATE_GOLDEN")) std::ofstream(datei, std::ios::binary) << xml;
+      std::ostringstream erwartet;
+      erwartet << std::ifstream(datei, std::ios::binary).rdbuf();
+      EXPECT_EQ(xml, erwartet.str()) << datei;
+    }
   }
 }
-
-INSTANTIATE_TEST_SUITE_P(Golden, TimetableGoldenTest,
-                         ::testing::Values(GoldenFall{"anlage_ohne_zuege", true, {"Sued"}},
-                                           GoldenFall{"gemeinsames_template", true, {"Nord"}},
-                                           GoldenFall{"signalregel", true, {"Nord"}},
-                                           GoldenFall{"eintragsattribute", false, {"Nord"}},
-                                           GoldenFall{"benutzte_vorlagen", true, {"Nord"}},
-                                           GoldenFall{"zwei_anlagen", true, {"Nord", "Sued"}}),
-                         [](auto const& info) { return std::string(info.param.name); });
 
 TEST_F(TimetableWriterTest, UnknownDirectionOfTheLayoutIsAFault) {
   run("DAT \"/anlagen.fpl\"\nZL Hin {\n XA . S1 H - 8:00\n -> Nord . Nordost\n"

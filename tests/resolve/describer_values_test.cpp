@@ -1,65 +1,36 @@
-#include <fstream>
 #include <stdexcept>
 #include <string>
 #include <utility>
 
 #include "external/installation.h"
 #include "support/definition_test.h"
+#include "support/temp_dir.h"
 
 namespace {
 
-// A layout file with one station and two directions.
-std::string schreibeAnlage(std::string const& name, std::string const& ds100,
-                           std::string const& bahnhof, std::string const& richtung1,
-                           std::string const& richtung2) {
-  std::string pfad = ::testing::TempDir() + "describer_" + name + ".stwa";
-  std::ofstream(pfad) << "<?xml version=\"1.0\"?>\n<stelltisch>\n <betriebsstelle name=\""
-                      << bahnhof << "\" id=\"1\"><abbreviation vname=\"ds100\" value=\"" << ds100
-                      << "\"/></betriebsstelle>\n <einfahrrichtung name=\"" << richtung1
-                      << "\" id=\"2\"/>\n <einfahrrichtung name=\"" << richtung2
-                      << "\" id=\"3\"/>\n</stelltisch>\n";
-  return pfad;
+// Run `name` from Astadt leaves A1 by Ost, enters A2 by W2 at Bstadt, leaves it by
+// O2, enters A3 and ends at Cstadt; `a` and `b` are added to the first two stops.
+std::string lauf(std::string const& name, std::string const& a, std::string const& b) {
+  return "ZL " + name + " {\n XA . N1 H - 8:00" + a + "\n -> A1 . Ost\n <- A2 . W2\n" +
+         " XB . N1 H 8:30 8:31 30" + b + "\n -> A2 . O2\n <- A3 . West\n" +
+         " XC . N1 H 9:00 - GATTUNG IC\n}\n";
 }
 
-// Astadt lies in A1, Bstadt in A2; the run leaves A1 by Ost (digits 2, 3, 5),
-// enters A2 by W2 and leaves it by O2 (digit 7) on its way to Cstadt.
-std::string definition() {
-  std::string lauf = " <- A2 . W2\n XB . N1 H 8:30 8:31 30";
-  return "BTR XA Astadt\nBTR XB Bstadt\nBTR XC Cstadt\n"
-         "AA A1 \"" +
-         schreibeAnlage("a1", "XA", "Astadt", "West", "Ost") +
-         "\" {\n Ost 2 3 5\n}\n"
-         "AA A2 \"" +
-         schreibeAnlage("a2", "XB", "Bstadt", "W2", "O2") +
-         "\" {\n O2 7\n}\n"
-         "ZL Frei {\n XA . N1 H - 8:00\n -> A1 . Ost\n" +
-         lauf +
-         "\n -> A2 . O2\n XC . N1 H 9:00 -\n}\n"
-         "ZL Fest {\n XA . N1 H - 8:00\n -> A1 . Ost\n" +
-         lauf +
-         " LZ 4\n -> A2 . O2\n XC . N1 H 9:00 -\n}\n"
-         "ZL Vorzug {\n XA . N1 H - 8:00 LZ * 3\n -> A1 . Ost\n" +
-         lauf +
-         "\n -> A2 . O2\n XC . N1 H 9:00 -\n}\n"
-         "ZL Fremd {\n XA . N1 H - 8:00\n -> A9 . Ost\n XC . N1 H 9:00 -\n}\n"
-         "ZL Gattungen {\n XA . N1 H - 8:00 GATTUNG RB\n -> A1 . Ost\n <- A2 . W2\n"
-         " XB . N1 H 8:30 8:31 30 LINIE RE | Nahverkehr 5\n -> A2 . O2\n <- A3 . West\n"
-         " XC . N1 H 9:00 - GATTUNG IC\n}\n"
-         "SET Linie S 1\n"
-         "SET Zuglauf Frei\nZ 1 0:00 tgl\nSET Zuglauf Fest\nZ 2 0:00 tgl\nSET Zuglauf Vorzug\nZ 3 "
-         "0:00 tgl\n"
-         "SET Zuglauf Fremd\nZ 4 0:00 tgl\nSET Zuglauf Gattungen\nZ 5 0:00 tgl\n"
-         "SET Lenkziffer 6\nSET Zuglauf Frei\nZ 6 0:00 tgl\nSET Zuglauf Fest\nZ 7 0:00 tgl\n";
-}
-
+// A1 and A2 share one layout file; in A1 Ost allows digits 2, 3, 5, in A2 O2 allows 7.
 class DescriberValuesTest : public DefinitionTest {
  protected:
-  void SetUp() override {
-    altePfad = quorvelpath;
+  DescriberValuesTest() {
     quorvelpath = "";
-    run(definition());
+    run("BTR XA Astadt\nBTR XB Bstadt\nBTR XC Cstadt\nAA A1 \"" + anlage +
+        "\" {\n Ost 2 3 5\n}\nAA A2 \"" + anlage + "\" {\n O2 7\n}\n" + lauf("Frei", "", "") +
+        lauf("Fest", "", " LZ 4") + lauf("Vorzug", " LZ * 3", "") +
+        lauf("Gattungen", " GATTUNG RB", " LINIE RE | Nahverkehr 5") +
+        "ZL Fremd {\n XA . N1 H - 8:00\n -> A9 . Ost\n XC . N1 H 9:00 -\n}\n"
+        "SET Linie S 1\nSET Zuglauf Frei\nZ 1 0:00 tgl\nSET Zuglauf Fest\nZ 2 0:00 tgl\n"
+        "SET Zuglauf Vorzug\nZ 3 0:00 tgl\nSET Zuglauf Fremd\nZ 4 0:00 tgl\n"
+        "SET Zuglauf Gattungen\nZ 5 0:00 tgl\n"
+        "SET Lenkziffer 6\nSET Zuglauf Frei\nZ 6 0:00 tgl\nSET Zuglauf Fest\nZ 7 0:00 tgl\n");
   }
-  void TearDown() override { quorvelpath = altePfad; }
 
   Zug const* zug(int nummer) {
     for (Zug const& z : fpl.getZuege())
@@ -67,11 +38,17 @@ class DescriberValuesTest : public DefinitionTest {
     return nullptr;
   }
 
-  std::string altePfad;
+  Restore<std::string> pfad{quorvelpath};
+  TempDir dir;
+  std::string anlage =
+      dir.write("anlage.stwa",
+                "<stelltisch><einfahrrichtung name='West' id='1'/><einfahrrichtung "
+                "name='W2' id='2'/><einfahrrichtung name='Ost' id='3'/>"
+                "<einfahrrichtung name='O2' id='4'/></stelltisch>");
 };
 
 TEST_F(DescriberValuesTest, RoutingDigitFollowsMarksLayoutsAndOverride) {
-  struct Fall {
+  struct {
     int zug;
     char const* bahnhof;
     int ziffer;
@@ -84,10 +61,8 @@ TEST_F(DescriberValuesTest, RoutingDigitFollowsMarksLayoutsAndOverride) {
       {6, "Astadt", 6},   // the train's own digit when no fixed digit decides
       {7, "Bstadt", 4},
   };
-  for (Fall const& f : faelle) {
-    SCOPED_TRACE(std::to_string(f.zug) + " " + f.bahnhof);
-    EXPECT_EQ(fpl.calcLenkziffer(zug(f.zug), f.bahnhof), f.ziffer);
-  }
+  for (auto const& f : faelle)
+    EXPECT_EQ(fpl.calcLenkziffer(zug(f.zug), f.bahnhof), f.ziffer) << f.zug << " " << f.bahnhof;
   try {
     fpl.calcLenkziffer(zug(4), "Astadt");
     ADD_FAILURE() << "unknown layout accepted";
@@ -97,7 +72,7 @@ TEST_F(DescriberValuesTest, RoutingDigitFollowsMarksLayoutsAndOverride) {
 }
 
 TEST_F(DescriberValuesTest, CategoryAndLineHoldWhereTheRunEntersTheLayout) {
-  struct Fall {
+  struct {
     char const* anlage;
     std::pair<std::string, std::string> gattung;
     char const* linie;
@@ -107,7 +82,7 @@ TEST_F(DescriberValuesTest, CategoryAndLineHoldWhereTheRunEntersTheLayout) {
       {"A3", {"RE", "Nahverkehr"}, "5"},  // entered after the change at Bstadt
       {"A4", {"IC", ""}, ""},             // never entered: the values at the end of the run
   };
-  for (Fall const& f : faelle) {
+  for (auto const& f : faelle) {
     SCOPED_TRACE(f.anlage);
     Aussenanlage aa;
     aa.name = f.anlage;

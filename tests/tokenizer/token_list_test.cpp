@@ -9,66 +9,54 @@ using namespace std::string_literals;
 
 namespace {
 
-TEST(TokenListPrepare, LexesAndMerges) {
-  std::pair<std::string, char const*> const cases[] = {
-      {"A->B A-B", "A -> B A - B"},
-      {"A - > B <\n- C < - >", "A -> B <- C <- >"},
-      {"10:15 12 : 30 10:15:30 10:x '10':15", "10:15 12:30 10:15:30 10 : x 10 : 15"},
-      {"1'000 a'b' 1'_2 1' x'", "1000 a b 1_2 1  x"},
-      {"\"x' 'y\" a '' $v_1 2x a/b", "x y a  $v_1 2x a / b"},
-      {"a\1b\tc", "a b c"},
-      {"x /* a */ y // z\nw /**/ y */ z /*x*/ y */ v /*", "x y w z v"},
-  };
-  for (auto const& [text, tokens] : cases) {
-    TokenList list;
-    readInto(list, text, true);
-    EXPECT_EQ(list.stringify(), tokens) << text;
+// The tokens separated by blanks, each time token with "@" and its seconds.
+std::string withTimes(TokenList const& list) {
+  std::string shown;
+  for (Token const* t = list.front(); t; t = t->next()) {
+    shown += (shown.empty() ? "" : " ") + t->str();
+    if (t->isTime() || t->time() != keineZeit) shown += "@" + std::to_string(t->time());
   }
+  return shown;
 }
 
-TEST(TokenListPrepare, TimesInSeconds) {
-  std::pair<char const*, long long> const cases[] = {
-      {"10:15", 36900}, {"10:15:30", 36930}, {"25:99", 95940},
-      {"08:05", 29100}, {"'10'", keineZeit},
+TEST(TokenList, ReadsAndPreparesLineByLine) {
+  struct Case {
+    std::string text, tokens;
+    std::uint32_t lastLine;
+  } const cases[] = {
+      {"A->B A-B", "A -> B A - B", 1},
+      {"A - > B <\n- C < - >", "A -> B <- C <- >", 2},
+      {"10:15 12 : 30 10:15:30 25:99 08:05",
+       "10:15@36900 12:30@45000 10:15:30@36930 25:99@95940 08:05@29100", 1},
+      {"10:x '10':15 '10'", "10 : x 10 : 15 10", 1},
+      {"1'000 a'b' 1'_2 1' x'", "1000 a b 1_2 1  x", 1},
+      {"\"x' 'y\" a '' $v_1 2x a/b", "x y a  $v_1 2x a / b", 1},
+      {"a\1b\tc", "a b c", 1},
+      {"x /* a */ y // z\nw /**/ y */ z /*x*/ y */ v /*", "x y w z v", 2},
+      {"\357\273\277a\nb", "a b", 2},
+      {"\357\273a", "\357\273a", 1},
+      {"\376a \376\376", "a \376\376", 1},
+      {"\377\377a", "a", 1},
+      {"\376\377\0a\0\r\0\n\0b"s, "a b", 2},
+      {"\377\376a\0\r\0\254\40"s, "a \377", 2},
+      {"a\r\nb\rc\n\nd", "a b c d", 5},
+      {"// x\n// y\r\na /* x\r\ny\n */ b", "a b", 5},
   };
-  for (auto const& [text, time] : cases) {
+  for (auto const& c : cases) {
     TokenList list;
-    readInto(list, text, true);
-    EXPECT_EQ(list.front()->time(), time) << text;
-    EXPECT_EQ(list.front()->isTime(), time != keineZeit) << text;
+    readInto(list, c.text, true);
+    EXPECT_EQ(withTimes(list), c.tokens) << c.text;
+    EXPECT_EQ(list.back()->line(), c.lastLine) << c.text;
   }
   for (auto [text, what] : {std::pair{"99999999999999999999:00", "stoull argument out of range"},
                             std::pair{"1:00:4294967296", "stoul argument out of range"}}) {
     TokenList list;
     readInto(list, text);
-    try {
-      list.prepare();
-      ADD_FAILURE() << text;
-    } catch (std::out_of_range const& e) {
-      EXPECT_STREQ(e.what(), what);
-    }
+    EXPECT_EQ(whatOf<std::out_of_range>([&] { list.prepare(); }), what);
   }
 }
 
-TEST(TokenListRead, ByteOrderMarksAndLineEnds) {
-  struct Case {
-    std::string bytes, tokens;
-    std::uint32_t lastLine;
-  } const cases[] = {
-      {"\357\273\277a\nb", "a b", 2},        {"\357\273a", "\357\273a", 1},
-      {"\376a \376\376", "a \376\376", 1},   {"\377\377a", "a", 1},
-      {"\376\377\0a\0\r\0\n\0b"s, "a b", 2}, {"\377\376a\0\r\0\254\40"s, "a \377", 2},
-      {"a\r\nb\rc\n\nd", "a b c d", 5},      {"// x\n// y\r\na /* x\r\ny\n */ b", "a b", 5},
-  };
-  for (auto const& c : cases) {
-    TokenList list;
-    readInto(list, c.bytes);
-    EXPECT_EQ(list.stringify(), c.tokens);
-    EXPECT_EQ(list.back()->line(), c.lastLine) << c.tokens;
-  }
-}
-
-TEST(TokenListRead, UnclosedQuoteNamesTheLastTokenRead) {
+TEST(TokenList, UnclosedQuoteNamesTheLastTokenRead) {
   for (auto text : {"A \"B\nC\"", "A 'B", "'x"}) {
     TokenList list;
     Error e = errorOf([&] { readInto(list, text); });
@@ -78,7 +66,7 @@ TEST(TokenListRead, UnclosedQuoteNamesTheLastTokenRead) {
   }
 }
 
-TEST(TokenListLinks, FaultsInOrder) {
+TEST(TokenList, BracketFaultsInTheOrderOfTheirChecks) {
   struct Case {
     char const* text;  // one token a line: the line names the token
     std::string message;

@@ -1,7 +1,9 @@
 #pragma once
+// Helpers for tests that read texts into token lists and check what an action throws.
 #include <gtest/gtest.h>
 
 #include <sstream>
+#include <string>
 
 #include "tokenizer/error.h"
 #include "tokenizer/token_list.h"
@@ -22,4 +24,16 @@ Error errorOf(Action action) {
   }
   ADD_FAILURE() << "no Error thrown";
   return Error(nullptr, "");
+}
+
+// The what() text of the standard exception E that `action` throws; empty when
+// it throws none (an exception of another type fails the test).
+template <typename E, typename Action>
+std::string whatOf(Action action) {
+  try {
+    action();
+  } catch (E const& e) {
+    return e.what();
+  }
+  return "";
 }
