@@ -28,8 +28,13 @@ void readFahrzeug(XMLElement const* e, std::unordered_map<int, Fzg>& fahrzeuge) 
   Fzg& fzg = fahrzeuge[e->IntAttribute("id", 0)];
   if (char const* name = e->Attribute("name")) fzg.name = name;
   fzg.achsanzahl = e->IntAttribute("achsanzahl", 0);
-  // Metres become millimetres, truncated toward zero as the simulator does.
-  fzg.laenge = static_cast<int>(e->FloatAttribute("laenge", 0.0f) * 1000);
+  // Metres become millimetres, truncated toward zero as the simulator does; in
+  // single precision, so that 26.4 gives 26400. A length beyond the range of int
+  // (or not a number) counts as malformed and gives 0.
+  float const millimetres = e->FloatAttribute("laenge", 0.0f) * 1000.0f;
+  fzg.laenge = millimetres >= -2147483648.0f && millimetres < 2147483648.0f
+                   ? static_cast<int>(millimetres)
+                   : 0;
   fzg.masse = e->IntAttribute("masse", 0);
   fzg.vmax = e->IntAttribute("vmax", 0);
   fzg.hasPantograph = hasFlag(e, "HasPantograph");

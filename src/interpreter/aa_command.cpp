@@ -5,6 +5,9 @@
 //   <direction> ( <connection> ... ) [<digit> ...]
 //                                            a direction of the definition's own, made
 //                                            of the layout's connections
+#include <algorithm>
+#include <stdexcept>
+
 #include "external/installation.h"
 #include "interpreter/fahrtrichtungen.h"
 #include "model/fahrplandefinition.h"
@@ -28,7 +31,7 @@ Token const* readDigits(Token const* t, Token const* lineStart, Token const* blo
     if (!t->isNumber())
       throw Error(t,
                   "Syntaxfehler im Datenblock des AA-Kommandos: Lenkziffer ist keine Zahl."_cp1252);
-    if (!addLenkziffer(digits, toULong(t->str()))) throw Error(lineStart, kSyntaxfehler);
+    if (!addLenkziffer(digits, t->str())) throw Error(lineStart, kSyntaxfehler);
   }
   return t;
 }
@@ -43,15 +46,21 @@ Token const* defineDirection(Aussenanlage& aa, Token const* lineStart, Token con
   Aussenanlage::Fahrtrichtung richtung;
   for (Token const* c = open->next(); c != open->link(); c = c->next()) {
     if (!c->isNumber()) throw Error(lineStart, kSyntaxfehler);
-    richtung.anschluesse.push_back(toInt(c->str()));
+    try {
+      richtung.anschluesse.push_back(toInt(c->str()));
+    } catch (std::out_of_range const&) {
+      throw Error(lineStart, kSyntaxfehler);
+    }
   }
   if (richtung.anschluesse.empty()) throw Error(lineStart, kSyntaxfehler);
 
-  int eigene = 0;
+  // After the highest id given so far: a layout file read later may take over a
+  // key of the definition's own, and ids must stay unique.
+  int hoechste = 0;
   for (auto const& [key, r] : aa.fahrtrichtungen)
-    if (!r.ausAussenanlage) ++eigene;
+    if (!r.ausAussenanlage) hoechste = std::max(hoechste, r.id);
   richtung.name = lineStart->str();
-  richtung.id = eigene + 1;
+  richtung.id = hoechste + 1;
   richtung.ausAussenanlage = false;
   // Digits after the group belong to the line on which the group closes.
   Token const* after = open->link()->next();

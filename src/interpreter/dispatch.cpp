@@ -17,7 +17,10 @@ Fahrplandefinition::KommandoEintrag const Fahrplandefinition::kommandos[] = {
 };
 
 void Fahrplandefinition::execute(bool skipOutput, TokenList const* list) {
-  if (!list) list = tokenLists.front().get();
+  if (!list) {
+    if (tokenLists.empty()) return;  // nothing was read
+    list = tokenLists.front().get();
+  }
   // The command is the first token of a source line; a bracketed group, however
   // many lines it spans, belongs to the command before it.
   Token const* tok = list->front();

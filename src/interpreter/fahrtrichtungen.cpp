@@ -1,10 +1,19 @@
 #include "interpreter/fahrtrichtungen.h"
 
+#include <stdexcept>
+
 #include "tokenizer/cp1252.h"
 #include "tokenizer/error.h"
+#include "tokenizer/std_conversions.h"
 #include "tokenizer/token.h"
 
-bool addLenkziffer(std::uint16_t& digits, unsigned long value) {
+bool addLenkziffer(std::uint16_t& digits, std::string const& number) {
+  unsigned long value = 0;
+  try {
+    value = toULong(number);
+  } catch (std::out_of_range const&) {
+    return false;
+  }
   if (value > 9) return false;
   digits |= static_cast<std::uint16_t>(1u << value);
   return true;

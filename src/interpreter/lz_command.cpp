@@ -48,7 +48,7 @@ void Fahrplandefinition::kommandoLZ(Token const* cmd, bool) {
   for (; onLine(t, cmd); t = t->next()) {
     if (!t->isNumber())
       throw Error(t, "Syntaxfehler im LZ-Kommando: Lenkziffer ist keine Zahl."_cp1252);
-    if (!addLenkziffer(digits, toULong(t->str()))) throw Error(t, kSyntaxfehler);
+    if (!addLenkziffer(digits, t->str())) throw Error(t, kSyntaxfehler);
   }
   richtung.lenkziffern = digits;
 }

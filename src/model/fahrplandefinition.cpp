@@ -56,6 +56,7 @@ void Fahrplandefinition::clear(bool keepSettings) {
   reihungGedreht = false;
   zuglauf = nullptr;
   postprocessed = false;
+  ausgabeUebersprungen = false;
   currentCommand = nullptr;
   dateiTiefe = 0;
 }

@@ -1,6 +1,7 @@
 #pragma once
 // The timetable definition: owns the token lists of every file read and every
 // record that its commands build, and offers the library's operations.
+#include <cstddef>
 #include <cstdint>
 #include <iosfwd>
 #include <list>
@@ -44,6 +45,10 @@ class Fahrplandefinition {
   void read(std::istream& in, std::string const& filename);
   void execute(bool skipOutput, TokenList const* list);
   void execute(bool skipOutput, Token const* command);
+  // `execute(skipOutput, nullptr)` runs the main file.
+  void execute(bool skipOutput, std::nullptr_t) {
+    execute(skipOutput, static_cast<TokenList const*>(nullptr));
+  }
   // The command token being dispatched (innermost, for includes); null after a
   // run that ended normally. When an exception escapes execute it keeps the
   // command that failed, so a front-end can place a standard exception.
@@ -84,6 +89,10 @@ class Fahrplandefinition {
   void write(tinyxml2::XMLDocument& doc, std::string const& name, Aussenanlage const& aussenanlage,
              std::string const& aussenanlageRef) const;
   std::vector<Ausgabe> const& getAusgaben() const { return ausgaben; }
+  // Whether an OUT was passed over because output was skipped: a front-end that
+  // checks without writing can then post-process itself before validating, so
+  // that its findings are those of a real run.
+  bool isAusgabeUebersprungen() const { return ausgabeUebersprungen; }
 
   // --- read access for front-ends, editors and tests ---
   std::vector<std::unique_ptr<TokenList>> const& getTokenLists() const { return tokenLists; }
@@ -237,6 +246,7 @@ class Fahrplandefinition {
   Zuglauf const* zuglauf = nullptr;
   std::int8_t lenkziffer = -1;
   bool postprocessed = false;
+  bool ausgabeUebersprungen = false;
 
   Token const* currentCommand = nullptr;
   unsigned dateiTiefe = 0;  // nesting depth of DAT includes being executed

@@ -63,7 +63,10 @@ std::string anlagenReferenz(std::string const& datei) {
 }  // namespace
 
 void Fahrplandefinition::kommandoOUT(Token const* cmd, bool skipOutput) {
-  if (skipOutput) return;
+  if (skipOutput) {
+    ausgabeUebersprungen = true;
+    return;
+  }
   postprocess();
   std::string const name = cmd->strAt(1);
   std::string const vorlage = cmd->strAt(2);

@@ -176,7 +176,9 @@ void schreibeZugAttribute(XMLElement* e, Aussenanlage const& aa, GeschriebenerZu
   if (!betrieblich.empty()) e->SetAttribute("zuggattungbetrieblich", betrieblich.c_str());
   if (!zug.verspaetungsmodell.empty())
     e->SetAttribute("randomoverride", zug.verspaetungsmodell.c_str());
-  if (g.lenkziffer >= 0 && g.lenkziffer <= 9)
+  // Only a train with a routing digit of its own carries the attribute; the digit
+  // is the one the describer rules give it in this layout.
+  if (zug.lenkzifferOverride != -1 && g.lenkziffer >= 0 && g.lenkziffer <= 9)
     e->SetAttribute("znlenkzifferoverride", std::to_string(g.lenkziffer).c_str());
   e->SetAttribute("zuggattungliniennr", Fahrplandefinition::getLinie(aa, &zug).c_str());
 }
