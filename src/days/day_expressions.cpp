@@ -150,9 +150,12 @@ Token const* Fahrplandefinition::parseInlineVT(Token const* t, Verkehrstag const
     return t;
   }
   // "Mo-Fr" on a train line is the range Monday to Friday, not Monday followed
-  // by stray tokens; the range must start on the word's line.
+  // by stray tokens; the range must start on the word's line and end on it, so that
+  // the next command is never taken for its second day.
   Token const* dash = t->next();
   if (isSign(dash, "-") && dash->line() == t->line()) {
+    if (!dash->next() || dash->next()->line() != dash->line())
+      throw Error(dash, "Syntaxfehler in implizitem Verkehrstag."_cp1252);
     *out = createVT_weak(&defaultVT, calcVTValue(dash));
     return dash->next();
   }

@@ -3,6 +3,7 @@
 #include <list>
 #include <vector>
 
+#include "interpreter/modifier_parser.h"
 #include "interpreter/train_factory.h"
 #include "interpreter/train_modifications.h"
 #include "tokenizer/cp1252.h"
@@ -18,14 +19,6 @@ Token const* readBedingung(Fahrplandefinition& fpl, Token const* open, Verkehrst
   if (!Token::Match(open, "( WENN VT") || open->tokAt(3) == open->link()) throw Error(open, falsch);
   if (fpl.parseInlineVT(open->tokAt(3), tage)->next() != open->link()) throw Error(open, falsch);
   return open->link();
-}
-
-// The stops of an operating point carry its name; an abbreviation that names no
-// declared point is compared as a name itself.
-std::string bahnhofsname(std::unordered_map<std::string, Betriebsstelle*> const& btr,
-                         std::string const& text) {
-  auto found = btr.find(text);
-  return found == btr.end() ? text : found->second->name;
 }
 
 // FOLGE ZN followed by "+" or "-" and a number, a number, or "*"; returns the last token.
@@ -80,8 +73,10 @@ Token const* Fahrplandefinition::parseModifikation(Token const* keyword, Modifik
   }
   if (art == "ZL") {
     mod.art = Art::Zl;
-    mod.zuglauf = zuglauf;
-    if (!wert) throw Error(keyword, "Ungültige Fahrtzeit-/Zuglaufangabe."_cp1252);
+    // Only a group names a run here; a bare time would silently stand for the
+    // current SET Zuglauf setting.
+    if (!wert || wert->str() != "(")
+      throw Error(wert ? wert : keyword, "Ungültige Fahrtzeit-/Zuglaufangabe."_cp1252);
     return parseZLSpec(wert, &mod.zuglauf, &mod.reftime);
   }
   if (art == "FOLGE") {
@@ -94,7 +89,7 @@ Token const* Fahrplandefinition::parseModifikation(Token const* keyword, Modifik
         mod.art == Art::Gleis ? "%name% . %name% %num%|%name%" : "%name% . %name% %name%";
     if (!Token::Match(wert, muster) || keyword->tokAt(4)->line() != keyword->line())
       throw Error(keyword, "Syntaxfehler: Auftrag fehlerhaft."_cp1252);
-    mod.bahnhof = bahnhofsname(btr, wert->str());
+    mod.kuerzel = wert->str();
     mod.gleis = wert->strAt(2);
     Token const* cursor = wert->tokAt(2);
     if (mod.art == Art::Gleis) {
@@ -104,11 +99,11 @@ Token const* Fahrplandefinition::parseModifikation(Token const* keyword, Modifik
     parseModifikatoren(mod.auftrag, cursor);  // the rest of the line
     return cursor;
   }
-  // WENDE, LZ and any other entry modifier: at the destination, to the line's end;
-  // an unknown word is refused by the modifier parser.
+  // WENDE or LZ: one entry modifier at the destination, so that the next keyword
+  // is a modification of its own; an unknown word is refused by the modifier reader.
   mod.art = Art::Ziel;
-  Token const* cursor = keyword->prev();
-  parseModifikatoren(mod.auftrag, cursor);
+  Token const* cursor = keyword;
+  readModifikator(mod.auftrag, cursor);
   return cursor;
 }
 

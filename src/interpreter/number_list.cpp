@@ -1,7 +1,10 @@
 // Lists of train numbers in parentheses, read for TZ and M: plain, LISTE and SCHLEIFE.
+#include "interpreter/number_list.h"
+
 #include <cstdint>
 #include <limits>
 #include <stdexcept>
+#include <string>
 
 #include "model/fahrplandefinition.h"
 #include "tokenizer/cp1252.h"
@@ -18,14 +21,22 @@ unsigned int toTrainNumber(Token const* t) {
   return static_cast<unsigned int>(value);
 }
 
+[[noreturn]] void zuViele(Token const* open) {
+  throw Error(open,
+              "Syntaxfehler in Liste: Mehr als " + std::to_string(maxZugnummern) + " Zugnummern.");
+}
+
 bool isClose(Token const* t) {
   return t && t->str() == ")";
 }
 
 // Plain and LISTE form: every token up to ")" is a number, on any line.
 Token const* readNumbers(Token const* open, Token const* t, std::vector<unsigned int>& numbers) {
-  for (; t && !isClose(t); t = t->next())
+  std::size_t const vorher = numbers.size();
+  for (; t && !isClose(t); t = t->next()) {
+    if (numbers.size() - vorher >= maxZugnummern) zuViele(open);
     numbers.push_back(toTrainNumber(t));
+  }
   // The bracket linker keeps "(" from staying open; reaching the end is still refused.
   if (!t) throw Error(open, "Syntaxfehler in Liste: Schließende Klammer fehlt."_cp1252);
   return t;
@@ -56,7 +67,9 @@ Token const* readLoop(Token const* open, Token const* keyword, std::vector<unsig
     throw Error(stepTok, "Syntaxfehler in Schleife: Schrittweite darf nicht 0 sein."_cp1252);
 
   if (start > end) return close;
-  numbers.reserve(numbers.size() + (end - start) / step + 1);
+  std::size_t const anzahl = (end - start) / step + 1;
+  if (anzahl > maxZugnummern) zuViele(open);
+  numbers.reserve(numbers.size() + anzahl);
   // 64-bit counting: an end value near the top of the range must not wrap around.
   for (std::uint64_t value = start; value <= end; value += step)
     numbers.push_back(static_cast<unsigned int>(value));

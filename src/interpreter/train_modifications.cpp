@@ -24,12 +24,18 @@ void uebertrage(FplEintrag& e, FplEintrag const& auftrag) {
   }
 }
 
+// A stop keeps its line's first token, the operating point's abbreviation. The long
+// name is no key: points without one (implicit points, BTR without a name) share it.
+bool istHaltAn(FplEintrag const& e, std::string const& kuerzel, std::string const& gleis) {
+  return e.isHalt() && e.token && e.token->str() == kuerzel && e.gleis == gleis;
+}
+
 template <typename Aenderung>
-bool anHalten(std::vector<FplEintrag>& eintraege, std::string const& bahnhof,
+bool anHalten(std::vector<FplEintrag>& eintraege, std::string const& kuerzel,
               std::string const& gleis, Aenderung aendere) {
   bool gefunden = false;
   for (FplEintrag& e : eintraege) {
-    if (!e.isHalt() || e.bahnhof != bahnhof || e.gleis != gleis) continue;
+    if (!istHaltAn(e, kuerzel, gleis)) continue;
     aendere(e);
     gefunden = true;
   }
@@ -54,14 +60,14 @@ bool uebertrageAmZiel(std::vector<FplEintrag>& eintraege, FplEintrag const& auft
   return e;
 }
 
-bool uebertrageAmHalt(std::vector<FplEintrag>& eintraege, std::string const& bahnhof,
+bool uebertrageAmHalt(std::vector<FplEintrag>& eintraege, std::string const& kuerzel,
                       std::string const& gleis, FplEintrag const& auftrag) {
-  return anHalten(eintraege, bahnhof, gleis, [&](FplEintrag& e) { uebertrage(e, auftrag); });
+  return anHalten(eintraege, kuerzel, gleis, [&](FplEintrag& e) { uebertrage(e, auftrag); });
 }
 
-bool wechsleGleis(std::vector<FplEintrag>& eintraege, std::string const& bahnhof,
+bool wechsleGleis(std::vector<FplEintrag>& eintraege, std::string const& kuerzel,
                   std::string const& gleis, std::string const& neu) {
-  return anHalten(eintraege, bahnhof, gleis, [&](FplEintrag& e) { e.gleis = neu; });
+  return anHalten(eintraege, kuerzel, gleis, [&](FplEintrag& e) { e.gleis = neu; });
 }
 
 void Fahrplandefinition::modifyZug(Zug& zug, std::vector<Modifikation> const& mods,
@@ -105,10 +111,10 @@ void Fahrplandefinition::modifyZug(Zug& zug, std::vector<Modifikation> const& mo
         passt = uebertrageAmZiel(eintraege, mod.auftrag);
         break;
       case Art::Auftrag:
-        passt = uebertrageAmHalt(eintraege, mod.bahnhof, mod.gleis, mod.auftrag);
+        passt = uebertrageAmHalt(eintraege, mod.kuerzel, mod.gleis, mod.auftrag);
         break;
       case Art::Gleis:
-        passt = wechsleGleis(eintraege, mod.bahnhof, mod.gleis, mod.text);
+        passt = wechsleGleis(eintraege, mod.kuerzel, mod.gleis, mod.text);
         break;
       default:
         break;

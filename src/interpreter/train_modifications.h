@@ -26,7 +26,7 @@ struct Fahrplandefinition::Modifikation {
   bool gedreht = false;
   Zuglauf const* zuglauf = nullptr;
   long long reftime = keineZeit;  // keineZeit: the train keeps its reference time
-  std::string bahnhof;            // Auftrag, Gleis: the operating point's name
+  std::string kuerzel;            // Auftrag, Gleis: the operating point's abbreviation
   std::string gleis;              // Auftrag, Gleis: the track of the stop
   FplEintrag auftrag;             // Ziel, Auftrag: what the entry modifiers set
 
@@ -40,9 +40,11 @@ struct Fahrplandefinition::Modifikation {
 bool setzeFolgeRegel(std::vector<FplEintrag>& eintraege, std::string const& regel);
 // What the entry modifiers set, at the destination.
 bool uebertrageAmZiel(std::vector<FplEintrag>& eintraege, FplEintrag const& auftrag);
-// What the entry modifiers set, at every stop at `bahnhof` on track `gleis`.
-bool uebertrageAmHalt(std::vector<FplEintrag>& eintraege, std::string const& bahnhof,
+// What the entry modifiers set, at every stop at the operating point `kuerzel` on
+// track `gleis`.
+bool uebertrageAmHalt(std::vector<FplEintrag>& eintraege, std::string const& kuerzel,
                       std::string const& gleis, FplEintrag const& auftrag);
-// Track `neu` instead of `gleis` at every stop at `bahnhof` on track `gleis`.
-bool wechsleGleis(std::vector<FplEintrag>& eintraege, std::string const& bahnhof,
+// Track `neu` instead of `gleis` at every stop at the operating point `kuerzel` on
+// track `gleis`.
+bool wechsleGleis(std::vector<FplEintrag>& eintraege, std::string const& kuerzel,
                   std::string const& gleis, std::string const& neu);

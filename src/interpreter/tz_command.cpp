@@ -1,7 +1,9 @@
 // TZ: a series of clock-face trains, in three forms told apart by the first
 // argument: numbers (first last step time timestep), a list "(...)" or a block "*".
+#include <string>
 #include <vector>
 
+#include "interpreter/number_list.h"
 #include "interpreter/train_factory.h"
 #include "model/fahrplandefinition.h"
 #include "tokenizer/cp1252.h"
@@ -48,6 +50,11 @@ void Fahrplandefinition::kommandoTZZahlen(Token const* cmd) {
   Verkehrstag const* tage = nullptr;
   if (Token const* t = tokenOnLine(zeit->tokAt(2), cmd->line())) parseInlineVT(t, &tage);
 
+  // Counted before any train is made: a slip in the numbers must not fill the memory.
+  if (static_cast<unsigned long long>((bis - von) / schritt) + 1 > maxZugnummern)
+    throw Error(cmd, std::string("Syntaxfehler in Taktzug-Kommando: Mehr als ") +
+                         std::to_string(maxZugnummern) + " Züge."_cp1252);
+
   long long reftime = zeit->time();
   for (long long nummer = von; nummer <= bis; nummer += schritt, reftime += takt) {
     Zug& zug = createZug(cmd, static_cast<std::int32_t>(nummer), std::to_string(nummer));
@@ -73,7 +80,10 @@ void Fahrplandefinition::kommandoTZListe(Token const* cmd) {
 
   long long zeit = t->time();
   for (unsigned int nummer : nummern) {
-    Zug& zug = createZug(cmd, static_cast<std::int32_t>(nummer), std::to_string(nummer));
+    // Train numbers are signed 32-bit like those of Z and the numeric form: a larger
+    // listed number is out of range, never wrapped around to a negative one.
+    std::string text = std::to_string(nummer);
+    Zug& zug = createZug(cmd, toInt(text), text);
     zug.reftime = ankunft ? startFuerAnkunft(zeit, zug.zuglauf) : zeit;
     zug.verkehrstag = tage;
     zeit += takt->time();

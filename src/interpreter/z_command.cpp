@@ -7,10 +7,14 @@
 void Fahrplandefinition::kommandoZ(Token const* cmd, bool) {
   postprocessed = false;
   Token const* nummer = cmd->next();
+  // The train is made before its arguments are checked, so that it stays in the
+  // list after a fault, like every record built before one; its number is set only
+  // once the arguments are known to be right.
+  Zug& zug = createZug(cmd, 0, nummer->str());
   if (!Token::Match(nummer, "%num% >| %time%|*|("))
     throw Error(cmd, "Z-Kommando mit unbekannten Parametern."_cp1252);
+  zug.nummer = toInt(nummer->str());
 
-  Zug& zug = createZug(cmd, toInt(nummer->str()), nummer->str());
   Token const* angabe = nummer->next();
   bool ankunft = angabe->str() == ">";
   if (ankunft) angabe = angabe->next();

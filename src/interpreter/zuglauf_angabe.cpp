@@ -45,8 +45,9 @@ void verschiebe(FplEintrag& e, long long um) {
 // The end stop of one part and the start stop of the next become one plain stop:
 // arrival from the first, departure and changes from the second.
 void verbinde(FplEintrag& halt, FplEintrag const& weiter) {
-  halt.typ = FplEintrag::Halt;
   halt.ab = weiter.ab;
+  // A next part that ends where it starts leaves the run's end here.
+  halt.typ = halt.ab == keineZeit ? FplEintrag::Ziel : FplEintrag::Halt;
   if (weiter.mindesthaltezeit != keineZeit) halt.mindesthaltezeit = weiter.mindesthaltezeit;
   // "*" leaves the track open for the part that continues from here.
   if (halt.gleis == "*") {
@@ -63,6 +64,12 @@ void verbinde(FplEintrag& halt, FplEintrag const& weiter) {
   halt.folge = weiter.folge;
 }
 
+// A stop's token is its line's first token, the operating point's abbreviation; the
+// long name is no key, points without one share it.
+bool selbeBetriebsstelle(FplEintrag const& a, FplEintrag const& b) {
+  return a.token && b.token && a.token->str() == b.token->str();
+}
+
 void haengeAn(Zuglauf& gesamt, Teil const& teil, long long verschiebung) {
   auto& eintraege = gesamt.eintraege;
   for (std::size_t i = 0; i < teil.lauf->eintraege.size(); ++i) {
@@ -73,7 +80,8 @@ void haengeAn(Zuglauf& gesamt, Teil const& teil, long long verschiebung) {
       // A part can only go on where the train has arrived, at the same place.
       if (bisher.an == keineZeit) throw Error(teil.name, "Zugläufe inkompatibel."_cp1252);
       if (bisher.isHalt() && e.isHalt()) {
-        if (bisher.bahnhof != e.bahnhof) throw Error(teil.name, "Zugläufe inkompatibel."_cp1252);
+        if (!selbeBetriebsstelle(bisher, e))
+          throw Error(teil.name, "Zugläufe inkompatibel."_cp1252);
         verbinde(bisher, e);
         continue;
       }

@@ -47,6 +47,17 @@ void fuelleAusgang(std::vector<FplEintrag>& eintraege, std::size_t& pendingExit,
   pendingExit = keinAusgang;
 }
 
+// Reading a line must end inside the block: a line that took in the closing brace
+// (or went on behind it) would read the following commands as block lines.
+void pruefeBlockende(Token const* von, Token const* bis, Token const* blockClose) {
+  for (Token const* t = von; t; t = t->next()) {
+    if (t == blockClose)
+      throw Error(blockClose,
+                  "Syntaxfehler im Datenblock des ZL-Kommandos oder impliziten Zuglaufs."_cp1252);
+    if (t == bis) return;
+  }
+}
+
 }  // namespace
 
 void Fahrplandefinition::berechneZeit(std::vector<FplEintrag>& eintraege, std::size_t index,
@@ -160,10 +171,13 @@ void Fahrplandefinition::parseZL(Token const* blockOpen) {
       throw Error(tok,
                   "Syntaxfehler im Datenblock des ZL-Kommandos oder impliziten Zuglaufs."_cp1252);
 
+    Token const* zeilenanfang = tok;
     tok = parseHaltezeile(eintraege, tok, blockClose, pendingExit);
+    pruefeBlockende(zeilenanfang, tok, blockClose);
     Token const* zeilenende = tok;
     if (Token::Match(tok->next(), "$ VzG %num%")) {
       tok = tok->tokAt(3);
+      pruefeBlockende(zeilenende, tok, blockClose);
       currentVzG = eintraege.back().vzg = tok->str();
     }
     if (Token::Match(tok->next(), "%name% . %name%"))

@@ -5,6 +5,7 @@
 
 #include "support/definition_test.h"
 #include "tokenizer/cp1252.h"
+#include "tokenizer/tokenizer_test_support.h"
 
 namespace {
 
@@ -17,10 +18,9 @@ class DayExpressionTest : public DefinitionTest {
     if (execute) fpl.execute(true, fpl.getTokenLists().back().get());
     return fpl.getTokenLists().back()->front()->tokAt(3);
   }
-  Verkehrstag const* inlineVT(Token const* t, Token const** last = nullptr) {
+  Verkehrstag const* inlineVT(Token const* t) {
     Verkehrstag const* vt = nullptr;
-    Token const* end = fpl.parseInlineVT(t, &vt);
-    if (last) *last = end;
+    fpl.parseInlineVT(t, &vt);
     return vt;
   }
 };
@@ -51,9 +51,9 @@ TEST_F(DayExpressionTest, InlineExpressionsGiveTheirWeekdaysAndLastToken) {
   for (auto const& row : rows) {
     SCOPED_TRACE(row.text.substr(0, 30));
     Token const* first = tokens(row.text);
-    Token const* last = nullptr;
-    EXPECT_EQ(inlineVT(first, &last)->days, row.days);
-    EXPECT_EQ(last, first->tokAt(row.last));
+    Verkehrstag const* vt = nullptr;
+    EXPECT_EQ(fpl.parseInlineVT(first, &vt), first->tokAt(row.last));
+    EXPECT_EQ(vt->days, row.days);
   }
   Token const* so = tokens("(Mo-Mi, Fr) So-Mo");
   EXPECT_EQ(fpl.calcVTValue(so), 23u);
@@ -61,10 +61,13 @@ TEST_F(DayExpressionTest, InlineExpressionsGiveTheirWeekdaysAndLastToken) {
   EXPECT_EQ(fpl.calcVTValue(so->tokAt(8)), 65u);
 }
 
+// Texts that start with "VT" are executed as commands, the others read as
+// inline expressions; the token is counted from the first token of the text.
 TEST_F(DayExpressionTest, FaultsNameTheirToken) {
+  std::string const ziffern = "Wochentage müssen als Ziffern angegeben werden."_cp1252;
   struct {
     std::string text;
-    char const* message;
+    std::string message;
     int token;  // -1: none
   } const rows[] = {
       {"Xyz", "Verkehrstag Xyz nicht definiert."_cp1252, 0},
@@ -72,22 +75,29 @@ TEST_F(DayExpressionTest, FaultsNameTheirToken) {
       {"(Mo +\nXyz)", "Verkehrstag Xyz nicht definiert."_cp1252, 3},
       {"(Mo - 5)", "Syntaxfehler in implizitem Verkehrstag."_cp1252, 2},
       {"Mo-", "Syntaxfehler in implizitem Verkehrstag."_cp1252, 1},
+      {"Mo -\nFr", "Syntaxfehler in implizitem Verkehrstag."_cp1252, 1},  // Fr: next command
       {"tgl-Fr", "Ungültige Argumente in implizitem Verkehrstag."_cp1252, 1},
       {"(Mo, )", "Ungültige Verkehrstags-Angabe."_cp1252, 3},
       {"5", "Ungültige Verkehrstags-Angabe."_cp1252, 0},
       {nested(33, "Mo"), "Verkehrstags-Angabe zu tief verschachtelt."_cp1252, 32},
       {"", "Ungültige Verkehrstags-Angabe."_cp1252, -1},
+      {"VT S Mo", ziffern, 2},
+      {"VT S 1238", ziffern, 2},
+      {"VT S '1'", ziffern, 2},
+      {"VT S\nVT T 1", ziffern, 1},
+      {"VT\nVT T 1", ziffern, 0},
   };
   for (auto const& row : rows) {
     SCOPED_TRACE(row.text.substr(0, 30));
     Token const* first = tokens(row.text);
-    try {
-      inlineVT(first);
-      ADD_FAILURE() << "no Error";
-    } catch (Error const& e) {
-      EXPECT_EQ(e.message, row.message);
-      EXPECT_EQ(e.token, row.token < 0 ? nullptr : first->tokAt(row.token));
-    }
+    Error const e = errorOf([&] {
+      if (row.text.starts_with("VT"))
+        fpl.execute(true, fpl.getTokenLists().back().get());
+      else
+        inlineVT(first);
+    });
+    EXPECT_EQ(e.message, row.message);
+    EXPECT_EQ(e.token, row.token < 0 ? nullptr : first->tokAt(row.token));
   }
 }
 
@@ -133,24 +143,6 @@ TEST_F(DayExpressionTest, VTLinesTakeTheirFieldsFromTheirOwnLine) {
   EXPECT_EQ(fpl.getWarnungen()[0].message,
             "Überzählige Angaben in VT-Zeile werden ignoriert."_cp1252);
   EXPECT_EQ(fpl.getWarnungen()[0].token->str(), "2024");
-}
-
-TEST_F(DayExpressionTest, VTWithoutWeekdayDigitsFailsWhereTheyShouldStand) {
-  std::pair<char const*, char const*> const rows[] = {{"VT S Mo", "Mo"},
-                                                      {"VT S 1238", "1238"},
-                                                      {"VT S '1'", "1"},
-                                                      {"VT S\nVT T 1", "S"},
-                                                      {"VT\nVT T 1", "VT"}};
-  for (auto [body, token] : rows) {
-    try {
-      tokens(body, true);
-      ADD_FAILURE() << body;
-    } catch (Error const& e) {
-      EXPECT_EQ(e.message, "Wochentage müssen als Ziffern angegeben werden."_cp1252);
-      EXPECT_EQ(e.token->line(), 2u);
-      EXPECT_EQ(e.token->str(), token);
-    }
-  }
 }
 
 }  // namespace

@@ -64,6 +64,15 @@ TEST(NumberList, FaultsAreRefusedWithoutReadingPastTheList) {
   EXPECT_EQ(lies("(LISTE 1 2", false), offen);
   EXPECT_EQ(lies("(1 A 3)"), "invalid stoul argument");
   EXPECT_EQ(lies("(1 4294967296)"), "stoul argument out of range");
+  // At most 100000 numbers, counted before any memory is taken.
+  std::string const zuViele = "(: Syntaxfehler in Liste: Mehr als 100000 Zugnummern.";
+  auto kurz = [](std::string const& text) { return lies(text).substr(0, 60); };
+  EXPECT_EQ(kurz("(SCHLEIFE 0 200000 2)"), zuViele);
+  EXPECT_TRUE(lies("(SCHLEIFE 0 199998 2)").ends_with(" 199998 | )"));
+  std::string liste = "(LISTE";
+  for (int i = 0; i <= 100000; ++i)
+    liste += " 1";
+  EXPECT_EQ(kurz(liste + ")"), zuViele);
 }
 
 }  // namespace

@@ -1,0 +1,10 @@
+#pragma once
+// Reading one train modifier (WENDE, GATTUNG, LINIE, FOLGE ZN, LZ), shared by the
+// stop lines of a run and by the M command.
+#include "model/fpl_eintrag.h"
+#include "tokenizer/token.h"
+
+// Reads the modifier whose keyword `cursor` stands on into `eintrag` and leaves
+// `cursor` on its last token. Values come only from the keyword's line and are never
+// brackets; an unknown keyword is "Syntaxfehler: Undefinierter Auftrag.".
+void readModifikator(FplEintrag& eintrag, Token const*& cursor);
