@@ -22,3 +22,8 @@ std::string DefinitionTest::describe(Error const& e) {
   std::string where = e.token ? "z. " + std::to_string(e.token->line()) : "ohne Token";
   return where + ": " + e.message;
 }
+
+std::string DefinitionTest::fault(Error const& e) {
+  if (!e.token) return "ohne Token: " + e.message;
+  return "z. " + std::to_string(e.token->line()) + " " + e.token->str() + ": " + e.message;
+}
