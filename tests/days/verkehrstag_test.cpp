@@ -5,28 +5,18 @@
 #include <cstdlib>
 #include <ctime>
 #include <string>
+#include <tuple>
 
 namespace {
 
-Verkehrstag withDays(std::string days) {
-  Verkehrstag vt;
-  vt.days = std::move(days);
-  return vt;
-}
-
-// The weekday is taken in local time: a zone with daylight saving is fixed for
-// the test, the process's zone restored afterwards. The weekday digit of each
-// row is matched as a digit too.
+// Weekdays in local time, under a zone with daylight saving fixed for the test (and restored).
+// Each row gives the weekday digits of the day, the day before and the day after.
 TEST(VerkehrstagTest, MatchesTheLocalWeekdayAndItsNeighbours) {
   char const* saved = std::getenv("TZ");
   std::string const savedTz = saved ? saved : "";
   setenv("TZ", "CET-1CEST,M3.5.0,M10.5.0/3", 1);
   tzset();
-  struct {
-    char const* local;
-    long long t;
-    char day, previous, next;
-  } const rows[] = {
+  std::tuple<char const*, long long, char, char, char> const rows[] = {
       {"Mo 2024-03-25 12:00", 1711364400, '1', '7', '2'},
       {"Di 2024-03-26 12:00", 1711450800, '2', '1', '3'},
       {"Mi 2024-03-27 12:00", 1711537200, '3', '2', '4'},
@@ -37,21 +27,15 @@ TEST(VerkehrstagTest, MatchesTheLocalWeekdayAndItsNeighbours) {
       {"So 2024-03-31 13:00 CEST", 1711882800, '7', '6', '1'},
       {"Mo 2024-04-01 00:30 CEST, UTC Sunday", 1711924200, '1', '7', '2'},
       {"So 2024-10-27 00:30 CEST, UTC Saturday", 1729981800, '7', '6', '1'},
-      {"Fr 2100-01-01 01:00", 4102444800LL, '5', '4', '6'},
-  };
-  for (auto const& row : rows) {
-    for (char d = '1'; d <= '7'; ++d) {
-      SCOPED_TRACE(std::string(row.local) + ", days " + d);
-      Verkehrstag const vt = withDays(std::string(1, d));
-      EXPECT_EQ(vt.Match(row.t), d == row.day);
-      EXPECT_EQ(vt.MatchVortag(row.t), d == row.previous);
-      EXPECT_EQ(vt.MatchFolgetag(row.t), d == row.next);
-      EXPECT_EQ(vt.MatchWochentag(row.day), d == row.day);
-      EXPECT_EQ(vt.MatchWochentagDanach(row.day), d == row.next);
+      {"Fr 2100-01-01 01:00", 4102444800LL, '5', '4', '6'}};
+  for (auto const& [local, t, day, previous, next] : rows) {
+    for (char d = '0'; d <= '7'; ++d) {  // '0': a record without days matches nothing
+      Verkehrstag const vt{"", d == '0' ? "" : std::string(1, d), "", "", "", "", 0};
+      EXPECT_EQ(std::tuple(vt.Match(t), vt.MatchVortag(t), vt.MatchFolgetag(t),
+                           vt.MatchWochentag(day), vt.MatchWochentagDanach(day)),
+                std::tuple(d == day, d == previous, d == next, d == day, d == next))
+          << local << ", days " << d;
     }
-    Verkehrstag const none;
-    EXPECT_FALSE(none.Match(row.t) || none.MatchVortag(row.t) || none.MatchFolgetag(row.t) ||
-                 none.MatchWochentag(row.day) || none.MatchWochentagDanach(row.day));
   }
   saved ? setenv("TZ", savedTz.c_str(), 1) : unsetenv("TZ");
   tzset();
@@ -61,19 +45,14 @@ TEST(VerkehrstagTest, ValueBasisindexAndWeekdayList) {
   std::pair<char const*, unsigned> const values[] = {
       {"", 0}, {"7", 64}, {"12345", 31}, {"1234567", 127}, {"6677", 96}, {"8", 128}, {"0", 0}};
   for (auto [days, value] : values)
-    EXPECT_EQ(withDays(days).getValue(), value) << days;
-
-  EXPECT_EQ(Verkehrstag().getBasisindex(), "***");
-  Verkehrstag vt{"Sommer", "67", "20240501", "20240930", "20240815", "20241003", 1};
-  EXPECT_EQ(vt.getBasisindex(), "20240501*20240930*20240815*20241003");
-
-  std::pair<char const*, char const*> const lists[] = {{"135", "Mo, Mi und Fr"},
-                                                       {"1234567", "Mo, Di, Mi, Do, Fr, Sa und So"},
-                                                       {"4", "Do"},
-                                                       {"", ""},
-                                                       {"19", "Mo und Unbekannt"}};
-  for (auto [digits, text] : lists)
-    EXPECT_EQ(formatWeekdayList(digits), text) << digits;
+    EXPECT_EQ((Verkehrstag{"", days, "", "", "", "", 0}.getValue()), value) << days;
+  Verkehrstag const sommer{"Sommer", "67", "20240501", "20240930", "20240815", "20241003", 1};
+  EXPECT_EQ(Verkehrstag().getBasisindex() + " " + sommer.getBasisindex(),
+            "*** 20240501*20240930*20240815*20241003");
+  std::string lists;
+  for (char const* digits : {"1234567", "135", "4", "", "19"})
+    lists += formatWeekdayList(digits) + "|";
+  EXPECT_EQ(lists, "Mo, Di, Mi, Do, Fr, Sa und So|Mo, Mi und Fr|Do||Mo und Unbekannt|");
 }
 
 }  // namespace

@@ -1,4 +1,3 @@
-// Train modifiers at the end of stop lines.
 #include <stdexcept>
 #include <string>
 
@@ -7,44 +6,32 @@
 
 namespace {
 
-class ModifierParser : public DefinitionTest {
- protected:
-  // "routing-digit W|- category/line/folge vzg" of the stop "XA . N1 E - 8:00 <modifiers>",
-  // followed by a route-book line that is only read when the parser stops at the end of the
-  // stop line; or the fault as "token: message".
-  std::string lies(std::string const& modifikatoren) {
-    fpl.clear(false);
-    try {
-      run("BTR XA Astadt\nZL R {\nXA . N1 E - 8:00 " + modifikatoren + "\n$ VzG 4\n}\n");
-    } catch (Error const& e) {
-      return e.token->str() + ": " + e.message;
-    }
+using ModifierParser = DefinitionTest;
+
+TEST_F(ModifierParser, ReadsEveryModifierUpToTheEndOfTheLineOrNamesTheFault) {
+  // Rows end stop line 4; the route-book line is read only when the parser stops before it.
+  std::string const stop = "BTR XA Astadt\nZL R {\nXA . N1 E - 8:00 ";
+  auto eintrag = [&] {  // "routing-digit W|- category/line/folge vzg"
     FplEintrag const& e = fpl.getZL().back().eintraege.at(0);
     return std::to_string(e.lenkziffer) + (e.changedirection ? " W " : " - ") + e.gattung + "/" +
            e.linie + "/" + e.folge + " " + e.vzg;
-  }
-};
-
-TEST_F(ModifierParser, ReadsEveryModifierUpToTheEndOfTheLineOrNamesTheFault) {
-  std::string const folge =
-      "Syntaxfehler: Zugnummernregel für Wechsel auf Folgeleistung fehlt."_cp1252;
-  std::pair<char const*, std::string> const faelle[] = {
+  };
+  std::pair<char const*, char const*> const faelle[] = {
       {"", "-1 - // 4"},
       {"LZ 12 WENDE GATTUNG RE | IRE FOLGE ZN + 2", "9 W RE|IRE//+2 4"},
       {"LINIE RB 12 LZ * 4 FOLGE ZN 4711", "14 - RB/12/4711 4"},
-      {"LINIE RB | N S1 LZ 0", "0 - RB|N/S1/ 4"},
-      {"LZ -", "-: Syntaxfehler: Lenkziffernangabe fehlt."},
-      {"wende", "wende: Syntaxfehler: Undefinierter Auftrag."},
-      {"GATTUNG 12", "12: Syntaxfehler: Keine Gattung angegeben."},
-      {"GATTUNG RE | 5", "5: Syntaxfehler: Keine betriebliche Gattung angegeben."},
-      {"LINIE RB | N", "N: Syntaxfehler: Keine Liniennummer angegeben."},
-      {"FOLGE 12", "12: " + folge},
-      // The value is never taken from the next line; the fault points at it.
-      {"FOLGE ZN +", "$: " + folge},
+      {"LZ -", "z. 4 -: Syntaxfehler: Lenkziffernangabe fehlt."},
+      {"wende", "z. 4 wende: Syntaxfehler: Undefinierter Auftrag."},
+      {"GATTUNG 12", "z. 4 12: Syntaxfehler: Keine Gattung angegeben."},
+      {"GATTUNG RE | 5", "z. 4 5: Syntaxfehler: Keine betriebliche Gattung angegeben."},
+      {"LINIE RB | N", "z. 4 N: Syntaxfehler: Keine Liniennummer angegeben."},
+      // The value is never taken from the next line; the fault points there.
+      {"FOLGE ZN +",
+       "z. 5 $: Syntaxfehler: Zugnummernregel für Wechsel auf Folgeleistung fehlt."_cp1252},
   };
+  EXPECT_THROW(run(stop + "LZ 99999999999\n}\n"), std::out_of_range);
   for (auto const& [modifikatoren, erwartet] : faelle)
-    EXPECT_EQ(lies(modifikatoren), erwartet) << modifikatoren;
-  EXPECT_THROW(lies("LZ 99999999999"), std::out_of_range);
+    EXPECT_EQ(outcome(stop + modifikatoren + "\n$ VzG 4\n}\n", eintrag), erwartet) << modifikatoren;
 }
 
 }  // namespace

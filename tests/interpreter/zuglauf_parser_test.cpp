@@ -1,4 +1,3 @@
-// ZL: data blocks of train runs, automatic entry and exit times, run registration.
 #include <stdexcept>
 #include <string>
 
@@ -7,35 +6,20 @@
 
 namespace {
 
-// Lines 2 and 3; "ZL R {" is line 4 and the block starts on line 5.
-constexpr char const* kPunkte = "BTR XA Astadt\nBTR XB Bdorf\n";
-
-std::string zeit(long long t) {
-  return t == keineZeit ? "-" : std::to_string(t);
-}
-
-class ZuglaufParser : public DefinitionTest {
- protected:
-  // "kind place an ab dwell; " per entry of "ZL R <text>", or the fault as "line token: message".
-  std::string lauf(std::string const& text) {
-    fpl.clear(false);
-    try {
-      run(kPunkte + ("ZL R " + text + "}\n"));
-    } catch (Error const& e) {
-      return std::to_string(e.token->line()) + " " + e.token->str() + ": " + e.message;
-    }
-    EXPECT_TRUE(fpl.getWarnungen().empty());
-    std::string verlauf;
-    for (FplEintrag const& e : fpl.getZL().back().eintraege)
-      verlauf += std::to_string(e.typ) + " " +
-                 (e.isHalt() ? e.bahnhof + "." + e.gleis + "." + e.signalart
-                             : e.anlage + "." + e.anlagePunkt) +
-                 " " + zeit(e.an) + " " + zeit(e.ab) + " " + zeit(e.mindesthaltezeit) + "; ";
-    return verlauf;
-  }
-};
+using ZuglaufParser = DefinitionTest;
 
 TEST_F(ZuglaufParser, ReadsKindsTimesAndAutomaticTimesOrNamesTheFaultsLine) {
+  std::string const punkte = "BTR XA Astadt\nBTR XB Bdorf\nZL R ";  // the block starts on line 5
+  auto zeit = [](long long t) { return t == keineZeit ? "-" : std::to_string(t); };
+  auto verlauf = [&] {  // "kind place an ab dwell; " per entry of the last run
+    std::string text;
+    for (FplEintrag const& e : fpl.getZL().back().eintraege)
+      text += std::to_string(e.typ) + " " +
+              (e.isHalt() ? e.bahnhof + "." + e.gleis + "." + e.signalart
+                          : e.anlage + "." + e.anlagePunkt) +
+              " " + zeit(e.an) + " " + zeit(e.ab) + " " + zeit(e.mindesthaltezeit) + "; ";
+    return text;
+  };
   std::string const ein =
       "Automatische Berechnung der Einfahrtzeit erfordert mindestens einen vorausliegenden Halt "
       "oder eine Durchfahrt.";
@@ -43,16 +27,13 @@ TEST_F(ZuglaufParser, ReadsKindsTimesAndAutomaticTimesOrNamesTheFaultsLine) {
       "Automatische Berechnung der Ausfahrtzeit erfordert mindestens einen nachfolgenden Halt "
       "oder eine Durchfahrt.";
   std::string const daten = "Syntaxfehler im Datenblock des Zuglaufs: ";
-  std::string const zn =
-      "Syntaxfehler: Zugnummernregel für Wechsel auf Folgeleistung fehlt."_cp1252;
   std::pair<char const*, std::string> const faelle[] = {
       {"{\n<- AA1 . West 7:58\nXA . N1 E - 8:00\n-> AA2 . Ost 8:09\n",
        "1 AA1.West - 28680 -; 0 Astadt.N1.E - 28800 -; 2 AA2.Ost 29340 - -; "},
-      // An end entry in the middle stays one.
       {"{\nXA . N1 E - 8:00\nXB . N2 H 8:10 8:11 30\nXA . N1 E - 8:20\nXB . N2 E 8:30 -\n"
        "XA . N1 E 8:40 8:41 20\n",
        "3 Astadt.N1.E - 28800 -; 0 Bdorf.N2.H 29400 29460 30; 0 Astadt.N1.E - 30000 -; "
-       "4 Bdorf.N2.E 30600 - -; 0 Astadt.N1.E 31200 31260 20; "},
+       "4 Bdorf.N2.E 30600 - -; 0 Astadt.N1.E 31200 31260 20; "},  // an end entry in the middle
       {"{\nXA . N1 E - 9:50\n-> AA1 . Ost\nXB . N2 E 10:00 10:01 30\n",
        "3 Astadt.N1.E - 35400 -; 2 AA1.Ost 35955 - -; 0 Bdorf.N2.E 36000 36060 30; "},
       {"{\nXA . N1 E - 9:50\n-> AA1 . Ost\nXB . N2 D - 10:00\n",
@@ -60,40 +41,40 @@ TEST_F(ZuglaufParser, ReadsKindsTimesAndAutomaticTimesOrNamesTheFaultsLine) {
       {"{\nXA . N1 E 10:00 10:00 30\n<- AA1 . West\n",
        "0 Astadt.N1.E 36000 36000 30; 1 AA1.West - 36045 -; "},
       {"{\nXA . N1 E - 10:00\n<- AA1 . West\n", "3 Astadt.N1.E - 36000 -; 1 AA1.West - 36015 -; "},
-      {"\nBTR XC {\n", "4 ZL: ZL-Kommando erfordert Datenblock."},
+      {"\nBTR XC {\n", "z. 4 ZL: ZL-Kommando erfordert Datenblock."},
       {"{\nXA N1 E - 8:00\n",
-       "5 XA: Syntaxfehler im Datenblock des ZL-Kommandos oder impliziten Zuglaufs."},
-      {"{\nXA . N1 E\nx 8:00\n", "6 x: " + daten + "Ankunftszeit fehlt."},
-      {"{\nXA . N1 E - y\n", "5 y: " + daten + "Abfahrtszeit fehlt."},
-      // The block's closing brace is never a modifier's value.
-      {"{\nXA . N1 E - 8:00 FOLGE ZN ", "5 }: " + zn},
-      {"{\nXA . N1 E - 8:00 FOLGE ZN - ", "5 }: " + zn},
-      {"{\nXA . N1 E - 8:00 LINIE RB ", "5 RB: Syntaxfehler: Keine Liniennummer angegeben."},
-      {"{\nXA . N1 E 8:00 8:01\n", "5 8:01: " + daten + "Mindesthaltezeit fehlt."},
-      {"{\n<- AA1 . West\nXA . N1 E 8:00 -\n", "5 <-: " + ein},
-      // An end stop has no departure to start from.
-      {"{\nXA . N1 E 8:00 -\n<- AA1 . West\n", "6 <-: " + ein},
+       "z. 5 XA: Syntaxfehler im Datenblock des ZL-Kommandos oder impliziten Zuglaufs."},
+      {"{\nXA . N1 E\nx 8:00\n", "z. 6 x: " + daten + "Ankunftszeit fehlt."},
+      {"{\nXA . N1 E - y\n", "z. 5 y: " + daten + "Abfahrtszeit fehlt."},
+      {"{\nXA . N1 E 8:00 8:01\n", "z. 5 8:01: " + daten + "Mindesthaltezeit fehlt."},
+      {"{\nXA . N1 E - 8:00 FOLGE ZN ",  // the closing brace is never a modifier's value
+       "z. 5 }: Syntaxfehler: Zugnummernregel für Wechsel auf Folgeleistung fehlt."_cp1252},
+      {"{\n<- AA1 . West\nXA . N1 E 8:00 -\n", "z. 5 <-: " + ein},
+      {"{\nXA . N1 E 8:00 -\n<- AA1 . West\n", "z. 6 <-: " + ein},  // an end stop: no departure
       {"{\nXA . N1 E - 8:00\n-> AA1 . Ost\n-> AA1 . Nord\nXB . N2 E 8:10 -\n",
-       "7 ->: Zwei aufeinanderfolgende Ausfahrtzeiten nicht automatisch berechenbar."},
-      {"{\nXA . N1 E - 8:00\n-> AA1 . Ost\n", "4 {: " + aus},
-      // A stop without any time cannot place the exit before it.
-      {"{\nXA . N1 E - 8:00\n-> AA1 . Ost\nXB . N2 E - -\n", "7 XB: " + aus},
+       "z. 7 ->: Zwei aufeinanderfolgende Ausfahrtzeiten nicht automatisch berechenbar."},
+      {"{\nXA . N1 E - 8:00\n-> AA1 . Ost\n", "z. 4 {: " + aus},
+      {"{\nXA . N1 E - 8:00\n-> AA1 . Ost\nXB . N2 E - -\n", "z. 7 XB: " + aus},  // no time
   };
+  try {
+    run(punkte + "{\nXA . N1 E 8:00 8:01 99999999999999999999\n}\n");
+    ADD_FAILURE() << "no exception";
+  } catch (std::out_of_range const& e) {
+    EXPECT_STREQ(e.what(), "stoul argument out of range");
+  }
   for (auto const& [text, erwartet] : faelle)
-    EXPECT_EQ(lauf(text), erwartet) << text;
-  EXPECT_THROW(lauf("{\nXA . N1 E 8:00 8:01 99999999999999999999\n"), std::out_of_range);
-}
+    EXPECT_EQ(outcome(punkte + text + "}\n", verlauf), erwartet) << text;
 
-TEST_F(ZuglaufParser, RunsAreNumberedAndOnlyFaultlessOnesGetTheirName) {
-  EXPECT_EQ(lauf("{\nXA . N1 E - 8:00\n}\nZL R {\n}\nZL Q {\nXA . N1 E 8:00 8:01\n"),
-            "10 8:01: Syntaxfehler im Datenblock des Zuglaufs: Mindesthaltezeit fehlt.");
-  ASSERT_EQ(fpl.getZL().size(), 3u);
-  EXPECT_EQ(fpl.getZL().back().id, 3);
-  EXPECT_EQ(fpl.getZL().back().eintraege.size(), 1u);  // the faulty entry stays
-  EXPECT_EQ(fpl.getZLByName().count("Q"), 0u);
-  Zuglauf const* r = fpl.getZLByName().at("R");
-  EXPECT_EQ(r->id, 2);  // the later R, an empty block
-  EXPECT_TRUE(r->eintraege.empty());
+  // Runs are numbered; one that failed keeps its entries so far, but not its name.
+  std::string const laeufe = "{\nXA . N1 E - 8:00\n}\nZL R {\n}\nZL Q {\nXA . N1 E 8:00 8:01\n}\n";
+  EXPECT_EQ(outcome(punkte + laeufe, verlauf),
+            "z. 10 8:01: Syntaxfehler im Datenblock des Zuglaufs: Mindesthaltezeit fehlt.");
+
+  std::string nummern;  // "id:entries" per run, "=" where its name leads to it
+  for (Zuglauf const& z : fpl.getZL())
+    nummern += std::to_string(z.id) + ":" + std::to_string(z.eintraege.size()) +
+               (fpl.getZLByName().count(z.name) && fpl.getZLByName().at(z.name) == &z ? "= " : " ");
+  EXPECT_EQ(nummern, "1:1 2:0= 3:1 ");
 }
 
 }  // namespace

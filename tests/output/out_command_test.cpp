@@ -3,7 +3,6 @@
 
 #include <filesystem>
 #include <string>
-#include <vector>
 
 #include "external/installation.h"
 #include "support/definition_test.h"
@@ -14,12 +13,7 @@ namespace {
 
 namespace fs = std::filesystem;
 
-constexpr char const* kNordUndSued =
-    "AA Nord \"/stellwerke/nord.stwa\" _n {\n}\n"
-    "AA Sued \"/stellwerke/sued.stwa\" _s {\n}\n";
-
-// Runs each test in an installation of its own, which is also the working
-// directory, so that relative layout paths work.
+// An installation of its own, also the working directory for relative layout paths.
 class OutCommandTest : public DefinitionTest {
  protected:
   OutCommandTest() {
@@ -27,7 +21,7 @@ class OutCommandTest : public DefinitionTest {
          {"stellwerke/nord.stwa", "stellwerke/sued.stwa", "stellwerke/nord.xml",
           "w$(AASuffix)/nord.stwa", "alt/b.stwa.bak", "x.stwa"})
       dir.write(anlage, "<stelltisch/>\n");
-    for (char const* leer : {"w_n", "aus"})
+    for (char const* leer : {"w_n", "aus", "leer"})
       fs::create_directory(dir.path() / leer);
     quorvelpath = dir.path().string();
     quorvel_dev = false;
@@ -35,21 +29,29 @@ class OutCommandTest : public DefinitionTest {
   }
   ~OutCommandTest() override { fs::current_path(altesVerzeichnis); }
 
-  // Each file OUT formed, relative to the installation: "!" and the path for a
-  // failed save, else the path, the root's name and its layout reference as read back.
-  std::vector<std::string> ausgaben() const {
-    std::vector<std::string> texte;
+  // Runs `definition`: each file OUT formed, relative to the installation, with the
+  // root's name and layout reference read back ("!" and the path if not saved),
+  // then the fault; led by "unbearbeitet" when not post-processed.
+  std::string ausgaben(std::string const& definition, bool skipOutput = false) {
+    fpl.clear(false);
+    std::string text, fehler;
+    try {
+      run(definition, skipOutput);
+    } catch (Error const& e) {
+      fehler = fault(e);
+    }
     for (Fahrplandefinition::Ausgabe const& a : fpl.getAusgaben()) {
       std::string pfad =
           a.pfad.rfind(quorvelpath, 0) == 0 ? a.pfad.substr(quorvelpath.size()) : a.pfad;
       tinyxml2::XMLDocument doc;
       doc.LoadFile(a.pfad.c_str());
       tinyxml2::XMLElement const* root = doc.FirstChildElement("fahrplan");
-      texte.push_back(!a.geschrieben || !root ? "!" + pfad
-                                              : pfad + " " + root->Attribute("name") + " " +
-                                                    root->Attribute("aussenanlage"));
+      text += !a.geschrieben || !root
+                  ? "!" + pfad
+                  : pfad + " " + root->Attribute("name") + " " + root->Attribute("aussenanlage");
+      text += "; ";
     }
-    return texte;
+    return (fpl.isPostprocessed() ? "" : "unbearbeitet; ") + text + fehler;
   }
 
   Restore<std::string> pfad{quorvelpath};
@@ -59,65 +61,45 @@ class OutCommandTest : public DefinitionTest {
 };
 
 TEST_F(OutCommandTest, WritesOneFilePerLayoutNamedFromTheTemplate) {
-  std::string const nordUndSued = kNordUndSued;
-  struct {
-    std::string definition;
-    std::vector<std::string> ergebnis;  // the files formed, then the fault
-  } const faelle[] = {
-      {nordUndSued + "OUT Testplan \"$(ThisStwPath)$(AASuffix).xml\"\n",
-       {"/stellwerke/nord_n.xml Testplan nord.stwa", "/stellwerke/sued_s.xml Testplan sued.stwa"}},
+  std::string const nordUndSued =
+      "AA Nord \"/stellwerke/nord.stwa\" _n { }\nAA Sued \"/stellwerke/sued.stwa\" _s { }\n";
+  std::pair<std::string, std::string> const faelle[] = {
       // Each variable is replaced once: a second occurrence stays in the name.
-      {nordUndSued + "OUT Testplan \"/aus/$(AASuffix)$(AASuffix).xml\"\n",
-       {"/aus/_n$(AASuffix).xml Testplan nord.stwa", "/aus/_s$(AASuffix).xml Testplan sued.stwa"}},
-      // The layout's directory is put in before the suffix is replaced ...
-      {"AA Nord \"/w$(AASuffix)/nord.stwa\" _n {\n}\nOUT Testplan \"$(ThisStwDir)f.xml\"\n",
-       {"/w_n/f.xml Testplan nord.stwa"}},
-      // ... and the suffix's own text is not expanded again.
-      {"AA Nord \"/stellwerke/nord.stwa\" \"$(ThisStwDir)\" {\n}\n"
-       "OUT Testplan \"/aus/$(AASuffix).xml\"\n",
-       {"/aus/$(ThisStwDir).xml Testplan nord.stwa"}},
+      {nordUndSued + "OUT P \"$(ThisStwPath)$(AASuffix)$(AASuffix).xml\"\n",
+       "/stellwerke/nord_n$(AASuffix).xml P nord.stwa; /stellwerke/sued_s$(AASuffix).xml P "
+       "sued.stwa; "},
+      // The layout's directory is put in before the suffix is replaced, and the
+      // suffix's own text is not expanded again.
+      {"AA Nord \"/w$(AASuffix)/nord.stwa\" _n { }\nOUT P \"$(ThisStwDir)f.xml\"\n",
+       "/w_n/f.xml P nord.stwa; "},
+      {"AA Nord \"/stellwerke/nord.stwa\" \"$(ThisStwDir)\" { }\nOUT P \"/aus/$(AASuffix).xml\"\n",
+       "/aus/$(ThisStwDir).xml P nord.stwa; "},
       // The path ends before the first ".stwa", wherever it stands.
-      {"AA Alt \"/alt/b.stwa.bak\" {\n}\nOUT Testplan \"$(ThisStwPath).xml\"\n",
-       {"/alt/b.xml Testplan b.stwa.bak"}},
-      {"AA Nord \"$(StwDir)nord.stwa\" {\n}\nOUT Testplan \"$(StwDir)$(AASuffix)x.xml\"\n",
-       {"/stellwerke/x.xml Testplan nord.stwa"}},
+      {"AA Alt \"/alt/b.stwa.bak\" { }\nOUT P \"$(ThisStwPath).xml\"\n",
+       "/alt/b.xml P b.stwa.bak; "},
+      {"AA Nord \"$(StwDir)nord.stwa\" { }\nOUT P \"$(StwDir)$(AASuffix)x.xml\"\n",
+       "/stellwerke/x.xml P nord.stwa; "},
       // Without a directory the path has no separator and stays as it is.
-      {"AA X \"x.stwa\" {\n}\nOUT \"Mein Plan\" \"$(ThisStwPath)-fpl.xml\"\n",
-       {"x-fpl.xml Mein Plan x.stwa"}},
+      {"AA X \"x.stwa\" { }\nOUT \"Mein Plan\" \"$(ThisStwPath)-fpl.xml\"\n",
+       "x-fpl.xml Mein Plan x.stwa; "},
       // A layout without a path is skipped; the later layout's file overwrites the earlier.
-      {nordUndSued + "AA Leer \"\" {\n}\nOUT Testplan \"/aus/fahrplan.xml\"\n",
-       {"/aus/fahrplan.xml Testplan sued.stwa", "/aus/fahrplan.xml Testplan sued.stwa"}},
+      {nordUndSued + "AA Leer \"\" { }\nOUT P \"/aus/fahrplan.xml\"\n",
+       "/aus/fahrplan.xml P sued.stwa; /aus/fahrplan.xml P sued.stwa; "},
       // A failed save is recorded and the definition goes on.
-      {nordUndSued + "OUT Testplan \"/fehlt/$(AASuffix).xml\"\nAUT Danach\n",
-       {"!/fehlt/_n.xml", "!/fehlt/_s.xml"}},
+      {nordUndSued + "OUT P \"/fehlt/$(AASuffix).xml\"\nAUT Danach\n",
+       "!/fehlt/_n.xml; !/fehlt/_s.xml; "},
       // A layout that cannot fill a variable stops OUT; the files before it stay.
-      {nordUndSued + "AA X \"x.stwa\" {\n}\nOUT Testplan \"$(ThisStwDir)f$(AASuffix).xml\"\n",
-       {"/stellwerke/f_n.xml Testplan nord.stwa", "/stellwerke/f_s.xml Testplan sued.stwa",
-        "z. 8: $(ThisStwDir)-Ersetzung nicht möglich: Außenanlage liegt nicht in Unterverzeichnis. (OUT)"_cp1252}},
-      {"AA X \"/stellwerke/nord.xml\" {\n}\nOUT Testplan \"$(ThisStwPath).xml\"\n",
-       {"z. 4: $(ThisStwPath)-Ersetzung nicht möglich: Außenanlage hat falsche Dateiendung. (OUT)"_cp1252}},
+      {nordUndSued + "AA X \"x.stwa\" { }\nOUT P \"$(ThisStwDir)f$(AASuffix).xml\"\n",
+       "/stellwerke/f_n.xml P nord.stwa; /stellwerke/f_s.xml P sued.stwa; z. 5 OUT: "
+       "$(ThisStwDir)-Ersetzung nicht möglich: Außenanlage liegt nicht in Unterverzeichnis."_cp1252},
+      {"AA X \"/stellwerke/nord.xml\" { }\nOUT P \"$(ThisStwPath).xml\"\n",
+       "z. 3 OUT: $(ThisStwPath)-Ersetzung nicht möglich: Außenanlage hat falsche Dateiendung."_cp1252},
   };
-  for (auto const& f : faelle) {
-    SCOPED_TRACE(f.definition);
-    fpl.clear(false);
-    std::string fehler;
-    try {
-      run(f.definition, false);
-    } catch (Error const& e) {
-      fehler = describe(e) + " (" + e.token->str() + ")";
-    }
-    std::vector<std::string> ergebnis = ausgaben();
-    if (!fehler.empty()) ergebnis.push_back(fehler);
-    EXPECT_EQ(ergebnis, f.ergebnis);
-    EXPECT_TRUE(fpl.isPostprocessed());
-  }
-}
-
-TEST_F(OutCommandTest, SkipOutputWritesNothingAndLeavesPostProcessing) {
-  run(std::string(kNordUndSued) + "OUT Testplan \"/aus/$(AASuffix).xml\"\n", true);
-  EXPECT_TRUE(fpl.getAusgaben().empty());
-  EXPECT_FALSE(fpl.isPostprocessed());
-  EXPECT_TRUE(fs::is_empty(dir.path() / "aus"));
+  for (auto const& [definition, erwartet] : faelle)
+    EXPECT_EQ(ausgaben(definition), erwartet) << definition;
+  // Skipping output writes nothing and leaves post-processing to later.
+  EXPECT_EQ(ausgaben(nordUndSued + "OUT P \"/leer/$(AASuffix).xml\"\n", true), "unbearbeitet; ");
+  EXPECT_TRUE(fs::is_empty(dir.path() / "leer"));
 }
 
 }  // namespace

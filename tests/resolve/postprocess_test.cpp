@@ -1,5 +1,4 @@
 #include <string>
-#include <vector>
 
 #include "support/definition_test.h"
 #include "tokenizer/cp1252.h"
@@ -15,87 +14,69 @@ constexpr char const* kHinUndZurueck =
     "ZL RueckN3 {\n XB . N3 H - 0:00\n XA . N1 H 1:00 -\n}\n"
     "SET Zuglauf Hin\n";
 
-std::vector<long long> zeiten(Zuglauf const& lauf) {
-  std::vector<long long> t;
-  for (FplEintrag const& e : lauf.eintraege)
-    t.insert(t.end(), {e.an, e.ab});
-  return t;
-}
+using PostprocessTest = DefinitionTest;
 
-class PostprocessTest : public DefinitionTest {
- protected:
-  // "number run#id rule day-record:days" of every train not on a Rueck run, then
-  // every warning.
-  std::vector<std::string> ergebnis() const {
-    std::vector<std::string> texte;
+TEST_F(PostprocessTest, ShiftsTimesAcrossMidnightAndSplitsTrainsByTheirSuccessors) {
+  std::string const tgl = "Z 4711 0:00 tgl\nSET Zuglauf Rueck\n";  // 4711 on line 17
+  std::string const nie =
+      "z. 17 Z: Folgeleistung für Zug 4711 am Mo, Di, Mi, Do, Fr, Sa und So nicht ermittelbar.; "_cp1252;
+  std::pair<std::string, std::string> const faelle[] = {
+      // Times run on across midnight, but a short step back stays.
+      {"BTR XC Cstadt\nZL Nacht {\n XA . N1 H - 23:50\n XB . N1 H 0:10 0:12 60\n XC . N1 H 0:20 "
+       "-\n}\n"
+       "ZL Nacht2 {\n XA . N1 H - 10:00\n XB . N1 H 9:59 -\n}\n",
+       "4294967295 85800; 87000 87120; 87600 4294967295; 4294967295 36000; 35940 4294967295; "},
+      // Split by number shift: +1 from Monday to Friday, +3 at the weekend.
+      {"VT Sommer 1234567 Juni September - -\nZ 4711 0:00 Sommer\nSET Zuglauf Rueck\n"
+       "Z 4712 9:30 Mo-Fr\nZ 4714 10:00 (Sa + So)\n",
+       "4711 Hin+1#4 +1 Sommer 12345:12345; 4711 Hin+3#5 +3 Sommer 12345 67:67; "},
+      // Trains with the same run and shift share one copy.
+      {"TZ (4711 4721) 0:00 1:00 tgl\nSET Zuglauf Rueck\nTZ (4713 4723) 9:30 1:00 tgl\n",
+       "4711 Hin+2#4 +2 1234567:1234567; 4721 Hin+2#4 +2 1234567:1234567; "},
+      // A start at the arrival second is too early; a tie is won by the first listed.
+      {tgl + "Z 4712 9:00 tgl\nZ 4713 9:10 tgl\n", "4711 Hin+2#4 +2 1234567:1234567; "},
+      {tgl + "Z 4713 9:30 tgl\nZ 4712 9:30 tgl\n", "4711 Hin+2#4 +2 1234567:1234567; "},
+      {tgl + "Z 4713 9:40 tgl\nZ 4712 9:30 tgl\n", "4711 Hin+1#4 +1 1234567:1234567; "},
+      // Successor number 0 counts as none; so does a start on another track.
+      {tgl + "Z 0 9:30 tgl\n", "4711 1234567:1234567; " + nie},
+      {"Z 4711 0:00 tgl\nSET Zuglauf RueckN3\nZ 4712 9:30 tgl\n", "4711 1234567:1234567; " + nie},
+      // Sunday followed by Monday's train, Saturday by none.
+      {tgl + "Z 4712 9:30 Mo-Fr\n",
+       "4711 Hin+1#4 +1 1234567 123457:123457; "
+       "z. 17 Z: Folgeleistung für Zug 4711 am Sa nicht ermittelbar.; "_cp1252},
+      {tgl + "Z 4710 9:30 tgl\n", "4711 Hin-1#4 -1 1234567:1234567; "},  // negative shift
+      // A train without days looks for nothing and keeps no run.
+      {"Z 4711 0:00\nSET Zuglauf Rueck\nZ 4712 9:30 tgl\n", "4711; "},
+  };
+  // The times of the runs named Nacht..., "number run#id rule day-record:days" of
+  // every train not on a Rueck run, then every warning, each followed by "; ".
+  auto ergebnis = [&] {
+    std::string text;
+    for (Zuglauf const& lauf : fpl.getZL())
+      for (FplEintrag const& e : lauf.eintraege)
+        if (lauf.name.rfind("Nacht", 0) == 0)
+          text += std::to_string(e.an) + " " + std::to_string(e.ab) + "; ";
     for (Zug const& z : fpl.getZuege()) {
       if (z.zuglauf && z.zuglauf->name.rfind("Rueck", 0) == 0) continue;
-      std::string text = std::to_string(z.nummer);
+      text += std::to_string(z.nummer);
       if (z.zuglauf)
         text += " " + z.zuglauf->name + "#" + std::to_string(z.zuglauf->id) + " " +
                 z.zuglauf->eintraege.back().folge;
       if (z.verkehrstag) text += " " + z.verkehrstag->name + ":" + z.verkehrstag->days;
-      texte.push_back(text);
+      text += "; ";
     }
     for (Error const& e : fpl.getWarnungen())
-      texte.push_back(describe(e));
-    return texte;
-  }
-};
-
-TEST_F(PostprocessTest, TimesRunOnAcrossMidnightButShortStepsBackStay) {
-  run("BTR XA Astadt\nBTR XB Bstadt\nBTR XC Cstadt\n"
-      "ZL Nacht {\n XA . N1 H - 23:50\n XB . N1 H 0:10 0:12 60\n XC . N1 H 0:20 -\n}\n"
-      "ZL Zurueck {\n XA . N1 H - 10:00\n XB . N1 H 9:59 -\n}\n");
-  fpl.postprocess();
-  fpl.postprocess();  // runs once only
-  long long const k = keineZeit;
-  EXPECT_EQ(zeiten(fpl.getZL().front()),
-            (std::vector<long long>{k, 85800, 87000, 87120, 87600, k}));
-  EXPECT_EQ(zeiten(fpl.getZL().back()), (std::vector<long long>{k, 36000, 35940, k}));
-}
-
-TEST_F(PostprocessTest, SplitsTrainsByTheClosestLaterStartAtTheSameTrack) {
-  std::string const tgl = "Z 4711 0:00 tgl\nSET Zuglauf Rueck\n";  // 4711 on line 17
-  std::string const nie =
-      "z. 17: Folgeleistung für Zug 4711 am Mo, Di, Mi, Do, Fr, Sa und So nicht ermittelbar."_cp1252;
-  struct {
-    std::string zuege;
-    std::vector<std::string> ergebnis;
-  } const faelle[] = {
-      // Split by number shift: +1 from Monday to Friday, +3 at the weekend.
-      {"VT Sommer 1234567 Juni September - -\nZ 4711 0:00 Sommer\nSET Zuglauf Rueck\n"
-       "Z 4712 9:30 Mo-Fr\nZ 4714 10:00 (Sa + So)\n",
-       {"4711 Hin+1#4 +1 Sommer 12345:12345", "4711 Hin+3#5 +3 Sommer 12345 67:67"}},
-      // Trains with the same run and shift share one copy.
-      {"TZ (4711 4721) 0:00 1:00 tgl\nSET Zuglauf Rueck\nTZ (4713 4723) 9:30 1:00 tgl\n",
-       {"4711 Hin+2#4 +2 1234567:1234567", "4721 Hin+2#4 +2 1234567:1234567"}},
-      // A start at the arrival second is too early.
-      {tgl + "Z 4712 9:00 tgl\nZ 4713 9:10 tgl\n", {"4711 Hin+2#4 +2 1234567:1234567"}},
-      // A tie is won by the train listed first, else the closer train wins.
-      {tgl + "Z 4713 9:30 tgl\nZ 4712 9:30 tgl\n", {"4711 Hin+2#4 +2 1234567:1234567"}},
-      {tgl + "Z 4713 9:40 tgl\nZ 4712 9:30 tgl\n", {"4711 Hin+1#4 +1 1234567:1234567"}},
-      // Successor number 0 counts as none; so does a start on another track.
-      {tgl + "Z 0 9:30 tgl\n", {"4711 1234567:1234567", nie}},
-      {"Z 4711 0:00 tgl\nSET Zuglauf RueckN3\nZ 4712 9:30 tgl\n", {"4711 1234567:1234567", nie}},
-      // An early train of the next day; Sunday followed by Monday's train, Saturday by none.
-      {tgl + "Z 4712 5:00 tgl\n", {"4711 Hin+1#4 +1 1234567:1234567"}},
-      {tgl + "Z 4712 9:30 Mo-Fr\n",
-       {"4711 Hin+1#4 +1 1234567 123457:123457",
-        "z. 17: Folgeleistung für Zug 4711 am Sa nicht ermittelbar."_cp1252}},
-      {tgl + "Z 4710 9:30 tgl\n", {"4711 Hin-1#4 -1 1234567:1234567"}},  // negative shift
-      // A train without days looks for nothing and keeps no run.
-      {"Z 4711 0:00\nSET Zuglauf Rueck\nZ 4712 9:30 tgl\n", {"4711"}},
+      text += fault(e) + "; ";
+    return text;
   };
-  for (auto const& f : faelle) {
-    SCOPED_TRACE(f.zuege);
-    fpl.clear(false);
-    run(kHinUndZurueck + f.zuege);
+  auto nachbearbeitet = [&] {  // a second postprocess() must change nothing
     fpl.postprocess();
-    EXPECT_EQ(ergebnis(), f.ergebnis);
-    fpl.postprocess();  // a second call changes nothing
-    EXPECT_EQ(ergebnis(), f.ergebnis);
-  }
+    std::string const erst = ergebnis();
+    fpl.postprocess();
+    return erst == ergebnis() ? erst : erst + " then " + ergebnis();
+  };
+  for (auto const& [zuege, erwartet] : faelle)
+    EXPECT_EQ(outcome(kHinUndZurueck + zuege, nachbearbeitet), erwartet) << zuege;
 }
 
 }  // namespace

@@ -10,22 +10,16 @@ TEST(TokenMatch, PatternsAgainstTokenChains) {
     char const *tokens, *pattern;
     bool matches;
   } const cases[] = {
-      {"a - b", "a -| b", true},   {"a b", "a -| b", true},
-      {"5 x", "%num%|- x", true},  {"- x", "%num%|- x", true},
-      {"y x", "%num%|- x", false}, {"a c", "a !!b", true},
-      {"a", "a !!b", true},        {"a b", "a !!b", false},
-      {"ab", "a|ab", true},        {"a", "ab|x", false},
-      {"ab", "a", false},          {"Hp x", "Bf|Hp|Abzw  x", true},
-      {"y", "|x y", false},        {"y", "x| y", true},
-      {"x", "%time%| x", true},    {"x", "%num%|x", true},
-      {"x", "%num%", false},       {"Bf", "%name%", true},
-      {"'12'", "%name%", true},    {"12", "%name%", false},
-      {"12", "%num%", true},       {"'||'", "%oror%", true},
-      {"|", "%or%", true},         {"|", "%oror%", false},
-      {"{", "%any%", true},        {"% x", "% x", true},
-      {"a", "a b", false},         {"", "", true},
-      {"", "!!x", true},           {"", "x|", false},
-      {"a c d", "a !!b d", true},
+      {"a - b", "a -| b", true},  {"a b", "a -| b", true},     {"5 x", "%num%|- x", true},
+      {"- x", "%num%|- x", true}, {"y x", "%num%|- x", false}, {"a c", "a !!b", true},
+      {"a", "a !!b", true},       {"a b", "a !!b", false},     {"ab", "a|ab", true},
+      {"a", "ab|x", false},       {"ab", "a", false},          {"Hp x", "Bf|Hp|Abzw  x", true},
+      {"y", "|x y", false},       {"y", "x| y", true},         {"x", "%time%| x", true},
+      {"x", "%num%", false},      {"Bf", "%name%", true},      {"'12'", "%name%", true},
+      {"12", "%name%", false},    {"12", "%num%", true},       {"'||'", "%oror%", true},
+      {"|", "%or%", true},        {"|", "%oror%", false},      {"{", "%any%", true},
+      {"% x", "% x", true},       {"a", "a b", false},         {"", "", true},
+      {"", "!!x", true},          {"", "x|", false},           {"a c d", "a !!b d", true},
   };
   for (auto const& c : cases) {
     TokenList list;
@@ -40,27 +34,24 @@ TEST(TokenMatch, PatternsAgainstTokenChains) {
 }
 
 TEST(TokenType, Classification) {
-  struct Case {
-    std::string text;
-    long long time;
-    bool hardcoded;
-    Token::Type type;
-  } const cases[] = {
-      {"1200", keineZeit, false, Token::Number},     {"12a", keineZeit, false, Token::Other},
-      {"-5", keineZeit, false, Token::Other},        {"-x", keineZeit, false, Token::Name},
-      {"-", keineZeit, false, Token::Other},         {"über"_cp1252, keineZeit, false, Token::Name},
-      {"", keineZeit, false, Token::Other},          {"1200", 4294967294LL, false, Token::Time},
-      {"12", keineZeit, true, Token::HardcodedName},
+  auto type = [](std::string const& text, long long time = keineZeit, bool hardcoded = false) {
+    Token tok(nullptr, text, 1);
+    tok.time(time);
+    tok.setHardcodename(hardcoded);
+    return tok.getType();
   };
-  for (auto const& c : cases) {
-    Token tok(nullptr, c.text, 1);
-    tok.time(c.time);
-    tok.setHardcodename(c.hardcoded);
-    EXPECT_EQ(tok.getType(), c.type) << c.text;
-  }
+  for (std::string text : {"12a", "-5", "-", ""})
+    EXPECT_EQ(type(text), Token::Other) << text;
+  for (std::string text : {"-x", "über"_cp1252})
+    EXPECT_EQ(type(text), Token::Name) << text;
+  EXPECT_EQ(type("1200"), Token::Number);
+  EXPECT_EQ(type("1200", 4294967294LL), Token::Time);
+  EXPECT_EQ(type("12", keineZeit, true), Token::HardcodedName);
 }
 
-TEST(TokenNavigation, WalksLinksAndStrings) {
+// Navigation along links and offsets, then deletion, which clears the partner's
+// link and moves the list's end.
+TEST(TokenNavigation, WalksLinksAndDeletes) {
   TokenList list;
   readInto(list, "a ( b ) c", true);
   Token* a = list.front();
@@ -72,18 +63,14 @@ TEST(TokenNavigation, WalksLinksAndStrings) {
   Error e = errorOf([&] { a->linkAt(100); });
   EXPECT_EQ(e.message, "Token::linkAt() mit ungueltigem Wert aufgerufen (interner Fehler).");
   EXPECT_EQ(e.token, a);
-}
-
-TEST(TokenDeletion, ClearsPartnerLinksAndMovesBack) {
-  TokenList list;
-  readInto(list, "( a ) b c", true);
-  Token* open = list.front();
+  Token* open = a->next();
   open->deleteNext(2);
   EXPECT_EQ(open->link(), nullptr);
   EXPECT_EQ(open->next()->prev(), open);
-  open->next()->deleteNext(10);
-  EXPECT_EQ(list.back(), open->next());
-  EXPECT_EQ(list.stringify(), "( b");
+  EXPECT_EQ(list.stringify(), "a ( c");
+  a->deleteNext(10);
+  EXPECT_EQ(list.back(), a);
+  EXPECT_EQ(a->next(), nullptr);
 }
 
 }  // namespace

@@ -3,6 +3,7 @@
 #include <gtest/gtest.h>
 
 #include <sstream>
+#include <stdexcept>
 #include <string>
 
 #include "tokenizer/error.h"
@@ -14,26 +15,14 @@ inline void readInto(TokenList& list, std::string const& text, bool prepare = fa
   if (prepare) list.prepare();
 }
 
-// The Error that `action` throws; the test fails when it throws none.
-template <typename Action>
-Error errorOf(Action action) {
-  try {
-    action();
-  } catch (Error const& e) {
-    return e;
-  }
-  ADD_FAILURE() << "no Error thrown";
-  return Error(nullptr, "");
-}
-
-// The what() text of the standard exception E that `action` throws; empty when
-// it throws none (an exception of another type fails the test).
-template <typename E, typename Action>
-std::string whatOf(Action action) {
+// The exception of type E (an Error unless named) that `action` throws. When it
+// throws none, a runtime_error leaves the test and fails it.
+template <typename E = Error, typename Action>
+E errorOf(Action action) {
   try {
     action();
   } catch (E const& e) {
-    return e.what();
+    return e;
   }
-  return "";
+  throw std::runtime_error("nothing thrown");
 }
