@@ -5,10 +5,10 @@
 #include <variant>
 
 #include "cli/exit_status.h"
-#include "cli/installation_root.h"
 #include "cli/options.h"
-#include "cli/report.h"
-#include "cli/run.h"
+#include "frontend/compile.h"
+#include "frontend/installation_root.h"
+#include "frontend/report.h"
 
 namespace {
 

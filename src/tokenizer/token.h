@@ -28,6 +28,10 @@ class Token {
   long long time() const { return time_; }
   void time(long long value);
   std::uint32_t line() const { return line_; }
+  // The column of the token's first character in its source line, counted from 1
+  // in characters as the file is read; 0 for a token that was not read from a file.
+  std::uint32_t column() const { return column_; }
+  void column(std::uint32_t value) { column_ = value; }
   TokenList const* getTokenList() const { return tokenList_; }
   Type getType() const { return type_; }
   bool isNumber() const { return type_ == Number; }
@@ -59,5 +63,6 @@ class Token {
   Token* link_ = nullptr;
   long long time_ = keineZeit;
   std::uint32_t line_;
+  std::uint32_t column_ = 0;
   Type type_ = Other;
 };

@@ -14,25 +14,59 @@ namespace {
 constexpr int kEnd = -1;
 
 // Delivers the characters of a definition file as single bytes, honouring a byte
-// order mark at its start and turning CR and CRLF into one line feed.
+// order mark at its start and turning CR and CRLF into one line feed. It also
+// knows the column of the character it delivered last, put-back characters included.
 class CharReader {
  public:
   explicit CharReader(std::istream& in) : buffer_(in.rdbuf()) { readByteOrderMark(); }
 
   int get() {
+    if (!pending_.empty()) {
+      Delivered d = pending_.back();
+      pending_.pop_back();
+      remember(d);
+      return d.c;
+    }
     int c = nextUnit();
-    if (c != '\r') return c;
-    int following = nextUnit();
-    if (following != '\n') unget(following);
-    return '\n';
+    if (c == '\r') {
+      int following = nextUnit();
+      if (following != '\n') unreadUnit(following);
+      c = '\n';
+    }
+    Delivered d{c, nextColumn_};
+    nextColumn_ = c == '\n' ? 1 : nextColumn_ + 1;
+    remember(d);
+    return c;
   }
 
+  // Puts back the character delivered last (and so on, up to kHistory deep).
   void unget(int c) {
-    if (c != kEnd) pending_.push_back(c);
+    std::uint32_t column = 0;
+    if (historySize_ > 0) {
+      --historySize_;
+      column = history_[historySize_ % kHistory];
+    }
+    if (c != kEnd) pending_.push_back({c, column});
+  }
+
+  std::uint32_t column() const {
+    return historySize_ > 0 ? history_[(historySize_ - 1) % kHistory] : 1;
   }
 
  private:
   enum class Mode { SingleBytes, BigEndian16, LittleEndian16 };
+  struct Delivered {
+    int c;
+    std::uint32_t column;
+  };
+  static constexpr std::size_t kHistory = 8;
+
+  void remember(Delivered d) {
+    // Only the last few columns are kept: nobody puts back more than two characters.
+    if (historySize_ >= 2 * kHistory) historySize_ -= kHistory;
+    history_[historySize_ % kHistory] = d.column;
+    ++historySize_;
+  }
 
   int nextByte() {
     if (!buffer_) return kEnd;
@@ -46,6 +80,10 @@ class CharReader {
     return c == std::char_traits<char>::eof() ? kEnd : static_cast<unsigned char>(c);
   }
 
+  void unreadUnit(int c) {
+    if (c != kEnd) unread_.push_back(c);
+  }
+
   void readByteOrderMark() {
     int first = peekByte();
     if (first == 0xEF) {
@@ -54,8 +92,8 @@ class CharReader {
       if (second == 0xBB && peekByte() == 0xBF) {
         nextByte();
       } else {
-        unget(second);
-        unget(first);
+        unreadUnit(second);
+        unreadUnit(first);
       }
     } else if (first == 0xFE || first == 0xFF) {
       nextByte();  // a lone 0xFE/0xFF byte at the start is dropped
@@ -69,9 +107,9 @@ class CharReader {
 
   // One character in the file's encoding; 16-bit values beyond 7 bits become 0xFF.
   int nextUnit() {
-    if (!pending_.empty()) {
-      int c = pending_.back();
-      pending_.pop_back();
+    if (!unread_.empty()) {
+      int c = unread_.back();
+      unread_.pop_back();
       return c;
     }
     if (mode_ == Mode::SingleBytes) return nextByte();
@@ -84,7 +122,11 @@ class CharReader {
 
   std::streambuf* buffer_;
   Mode mode_ = Mode::SingleBytes;
-  std::vector<int> pending_;  // put-back characters, the next one last
+  std::vector<int> unread_;         // units read ahead and not yet delivered, next last
+  std::vector<Delivered> pending_;  // put-back characters, the next one last
+  std::uint32_t history_[kHistory] = {};
+  std::size_t historySize_ = 0;
+  std::uint32_t nextColumn_ = 1;
 };
 
 bool isWordChar(int c) {
@@ -138,6 +180,7 @@ class Lexer {
       }
       if (c < 0x20 && c != '\t') c = ' ';
       if (std::isspace(c)) continue;
+      tokenColumn_ = reader_.column();
       if (isWordChar(c))
         readWord(c);
       else if (c == '/')
@@ -152,6 +195,7 @@ class Lexer {
  private:
   void append(std::string text, bool quoted = false) {
     auto tok = std::make_unique<Token>(&list_, std::move(text), line_);
+    tok->column(tokenColumn_);
     if (quoted) tok->setHardcodename(true);
     list_.push_back(tok.release());
   }
@@ -226,6 +270,7 @@ class Lexer {
   TokenList& list_;
   CharReader reader_;
   std::uint32_t line_ = 1;
+  std::uint32_t tokenColumn_ = 1;  // of the first character of the token being read
 };
 
 }  // namespace

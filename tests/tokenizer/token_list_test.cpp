@@ -72,3 +72,34 @@ TEST(TokenList, ReadsAndPreparesLineByLine) {
 }
 
 }  // namespace
+
+namespace {
+
+// Each token as LINE:COLUMN:TEXT after reading and preparing.
+std::string positions(std::string const& text) {
+  TokenList list;
+  readInto(list, text, true);
+  std::string shown;
+  for (Token const* t = list.front(); t; t = t->next())
+    shown += std::to_string(t->line()) + ":" + std::to_string(t->column()) + ":" + t->str() + " ";
+  return shown;
+}
+
+TEST(TokenList, TokensKnowTheColumnOfTheirFirstCharacter) {
+  std::pair<std::string, std::string> const cases[] = {
+      {"ZL Nord {\n  A . 1 H 8:00 -\n}",
+       "1:1:ZL 1:4:Nord 1:9:{ 2:3:A 2:5:. 2:7:1 2:9:H 2:11:8:00 2:16:- 3:1:} "},
+      // Merged arrows and times keep the first part's column.
+      {"  - > B\t12 : 30:15", "1:3:-> 1:7:B 1:9:12:30:15 "},
+      // Comments, quotes, separators and line ends of every kind count as characters.
+      {"a /* x */ 'q r' 1'000\r\nb\rc", "1:1:a 1:11:q r 1:17:1000 2:1:b 3:1:c "},
+      {"x/**/y\n /* a\nb */ z", "1:1:x 3:6:z "},
+      {"\357\273\277ab cd", "1:1:ab 1:4:cd "},
+      {"\377\376a\0 \0b\0"s, "1:1:a 1:3:b "},
+      {"\344\366 x", "1:1:\344\366 1:4:x "},
+  };
+  for (auto const& [text, shown] : cases)
+    EXPECT_EQ(positions(text), shown) << text;
+}
+
+}  // namespace

@@ -4,7 +4,7 @@
 #include <iosfwd>
 #include <vector>
 
-#include "cli/run.h"
+#include "frontend/compile.h"
 
 // "FILE:LINE: Warnung: MESSAGE" / "FILE:LINE: Fehler: MESSAGE", or "FILE: Fehler:
 // MESSAGE" without a line; texts shown as UTF-8.

@@ -2,7 +2,7 @@
 // Chooses the simulator installation that path variables expand against.
 #include <string>
 
-#include "cli/options.h"
+#include "frontend/compile_options.h"
 
 // With --root, checks the directory for the installation marker and takes it;
 // otherwise searches from the definition file, then from the fplc executable,

@@ -1,4 +1,4 @@
-#include "cli/run.h"
+#include "frontend/compile.h"
 
 #include <exception>
 #include <filesystem>
@@ -18,6 +18,10 @@ Diagnose diagnoseAt(Token const* token, std::string const& definition, bool fehl
   if (token) {
     d.datei = token->getTokenList()->file();
     d.zeile = token->line();
+    if (token->column() > 0) {
+      d.spalte = token->column();
+      d.laenge = static_cast<std::uint32_t>(token->str().size());
+    }
   } else {
     d.datei = definition;
   }

@@ -1,4 +1,4 @@
-#include "cli/report.h"
+#include "frontend/report.h"
 
 #include <nlohmann/json.hpp>
 #include <ostream>

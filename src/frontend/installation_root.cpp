@@ -1,4 +1,4 @@
-#include "cli/installation_root.h"
+#include "frontend/installation_root.h"
 
 #include <filesystem>
 #include <system_error>
