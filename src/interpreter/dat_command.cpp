@@ -1,6 +1,7 @@
 // DAT: reads and executes another definition file in place.
 #include <filesystem>
 #include <fstream>
+#include <memory>
 #include <string>
 
 #include "external/installation.h"
@@ -40,13 +41,18 @@ void Fahrplandefinition::kommandoDAT(Token const* cmd, bool skipOutput) {
                          "\" kann nicht eingebunden werden: mehr als "_cp1252 +
                          std::to_string(maxDateiTiefe) + " verschachtelte DAT-Kommandos.");
 
-  // A directory opens as a stream on some systems but reads as nothing.
-  std::ifstream in;
-  if (!isDirectory(path)) in.open(path, std::ios::in | std::ios::binary);
-  if (!in.is_open())
-    throw Error(cmd, std::string("Datei \"") + path + "\" konnte nicht geöffnet werden."_cp1252);
+  std::unique_ptr<std::istream> text;
+  if (definitionsQuelle) text = definitionsQuelle(path);
+  if (!text) {
+    // A directory opens as a stream on some systems but reads as nothing.
+    auto file = std::make_unique<std::ifstream>();
+    if (!isDirectory(path)) file->open(path, std::ios::in | std::ios::binary);
+    if (!file->is_open())
+      throw Error(cmd, std::string("Datei \"") + path + "\" konnte nicht geöffnet werden."_cp1252);
+    text = std::move(file);
+  }
 
   TiefenZaehler tiefe(dateiTiefe);
-  read(in, path);
+  read(*text, path);
   execute(skipOutput, tokenLists.back().get());
 }

@@ -3,6 +3,7 @@
 // record that its commands build, and offers the library's operations.
 #include <cstddef>
 #include <cstdint>
+#include <functional>
 #include <iosfwd>
 #include <list>
 #include <memory>
@@ -36,6 +37,11 @@ class Fahrplandefinition {
     bool geschrieben = false;
   };
 
+  // How DAT reaches the files it includes. By default it opens the path on disk;
+  // an editor hands in the texts of its open buffers instead. The function gets
+  // the expanded path and returns the text, or null to read the file from disk.
+  using DefinitionsQuelle = std::function<std::unique_ptr<std::istream>(std::string const& pfad)>;
+
   Fahrplandefinition();
   ~Fahrplandefinition();
   Fahrplandefinition(Fahrplandefinition const&) = delete;
@@ -53,6 +59,8 @@ class Fahrplandefinition {
   // run that ended normally. When an exception escapes execute it keeps the
   // command that failed, so a front-end can place a standard exception.
   Token const* getCurrentCommand() const { return currentCommand; }
+  // Where included definition texts come from (see DefinitionsQuelle); kept by clear.
+  void setDefinitionsQuelle(DefinitionsQuelle quelle) { definitionsQuelle = std::move(quelle); }
   // Empties every container and token list so that a new definition can be read.
   // keepSettings: the current settings category, line number, delay model and
   // routing digit survive; formation and run settings are always reset, because
@@ -250,6 +258,7 @@ class Fahrplandefinition {
 
   Token const* currentCommand = nullptr;
   unsigned dateiTiefe = 0;  // nesting depth of DAT includes being executed
+  DefinitionsQuelle definitionsQuelle;
 };
 
 // Hash maps of the definition start with 8 buckets and a maximum load factor of 1.0.

@@ -51,3 +51,26 @@ TEST_F(DatCommand, RunsIncludesInPlaceAndReportsUnreadableOrTooDeeplyNestedOnes)
 }
 
 }  // namespace
+
+namespace {
+
+using DatSource = DefinitionTest;
+
+// An editor hands in its open buffers: DAT reads those and falls back to the disk.
+TEST_F(DatSource, IncludesTheTextsTheFrontEndHandsInBeforeTheDisk) {
+  TempDir dir;
+  Restore<std::string> savedRoot{quorvelpath};
+  std::string const root = quorvelpath = dir.path().string();
+  dir.write("platte.fpl", kHeader + std::string("SET Gattung Platte\n"));
+  std::vector<std::string> gefragt;
+  fpl.setDefinitionsQuelle([&](std::string const& pfad) -> std::unique_ptr<std::istream> {
+    gefragt.push_back(pfad.substr(root.size()));
+    if (pfad != root + "/puffer.fpl") return nullptr;
+    return std::make_unique<std::istringstream>(kHeader + std::string("SET Liniennummer 7\n"));
+  });
+  run("DAT \"/puffer.fpl\"\nDAT \"/platte.fpl\"");
+  EXPECT_EQ(fpl.getGattungSetting() + " " + fpl.getLiniennummerSetting(), "Platte 7");
+  EXPECT_EQ(gefragt, (std::vector<std::string>{"/puffer.fpl", "/platte.fpl"}));
+}
+
+}  // namespace
