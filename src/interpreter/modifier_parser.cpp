@@ -9,74 +9,68 @@
 
 namespace {
 
-// The token after `t` when it stands on the same line, else null: a modifier never
-// takes its values from the next line.
+// The token after `t` when it stands on the same line, else null.
 Token const* nextOnLine(Token const* t) {
   Token const* next = t->next();
   return next && next->line() == t->line() ? next : nullptr;
 }
 
-// A bracket is never a modifier's value: the closing brace of the block would be
-// taken in, and the block read on past its end.
-bool isBracket(Token const* t) {
-  return t && t->link() != nullptr;
-}
-
-// The token after `t` on its line when it may be a value, else null.
-Token const* valueOnLine(Token const* t) {
-  Token const* next = nextOnLine(t);
-  return isBracket(next) ? nullptr : next;
-}
-
-bool isNameValue(Token const* t) {
-  return t && t->isName() && !isBracket(t);
-}
-
-// Errors point at the offending token; when the chain ends there is none, so at
-// the last token that was read.
+// Errors point at the offending token. Where the chain ends there is none; the
+// fault is then reported at the last token that was read.
 [[noreturn]] void fail(Token const* current, char const* message) {
   Token const* next = current->next();
   throw Error(next ? next : current, message);
 }
 
-// name ["|" name]; leaves `cursor` on the last category token.
+// The token after `current`, which must exist; else the fault `message`.
+Token const* following(Token const* current, char const* message) {
+  Token const* next = current->next();
+  if (!next) fail(current, message);
+  return next;
+}
+
+// name ["|" name]; leaves `cursor` on the last category token. The category must
+// stand on the keyword's line, and so must the optional "|"; the operational
+// category after a "|" is simply the token that follows.
 std::string readGattung(Token const*& cursor) {
   Token const* name = nextOnLine(cursor);
-  if (!isNameValue(name)) fail(cursor, "Syntaxfehler: Keine Gattung angegeben."_cp1252);
+  if (!name || !name->isName()) fail(cursor, "Syntaxfehler: Keine Gattung angegeben."_cp1252);
   cursor = name;
   std::string gattung = name->str();
 
   Token const* bar = nextOnLine(cursor);
   if (!bar || bar->str() != "|") return gattung;
-  Token const* betrieblich = nextOnLine(bar);
-  if (!isNameValue(betrieblich))
+  Token const* betrieblich = bar->next();
+  if (!betrieblich || !betrieblich->isName())
     fail(bar, "Syntaxfehler: Keine betriebliche Gattung angegeben."_cp1252);
   cursor = betrieblich;
   return gattung + "|" + betrieblich->str();
 }
 
-// ZN [sign] value: an absolute train number or a signed difference to the current one.
+// ZN [sign] value: an absolute train number or a signed difference to the current
+// one. The rule is the token after ZN wherever it stands: at the end of a line it
+// is the first token of the next line.
 std::string readFolge(Token const*& cursor) {
   char const* missing = "Syntaxfehler: Zugnummernregel für Wechsel auf Folgeleistung fehlt."_cp1252;
-  Token const* zn = nextOnLine(cursor);
-  if (!zn || zn->str() != "ZN") fail(cursor, missing);
-  Token const* value = valueOnLine(zn);
-  if (!value) fail(zn, missing);
+  Token const* zn = following(cursor, missing);
+  if (zn->str() != "ZN") throw Error(zn, missing);
+  Token const* value = following(zn, missing);
   cursor = value;
   if (value->str() != "+" && value->str() != "-") return value->str();
-  Token const* difference = valueOnLine(value);
-  if (!difference) fail(value, missing);
+  Token const* difference = following(value, missing);
   cursor = difference;
   return value->str() + difference->str();
 }
 
 // ["*"] number: a fixed routing digit 0..9, or with "*" a preferred one (10..19).
+// The optional "*" stands on the keyword's line; the number is the token that follows.
 std::int8_t readLenkziffer(Token const*& cursor) {
   Token const* t = nextOnLine(cursor);
   bool bevorzugt = t && t->str() == "*";
+  if (!bevorzugt) t = cursor->next();
   if (bevorzugt) {
     cursor = t;
-    t = nextOnLine(t);
+    t = t->next();
   }
   if (!t || !t->isNumber()) fail(cursor, "Syntaxfehler: Lenkziffernangabe fehlt."_cp1252);
   cursor = t;
@@ -95,7 +89,7 @@ void readModifikator(FplEintrag& eintrag, Token const*& cursor) {
     eintrag.gattung = readGattung(cursor);
   } else if (keyword == "LINIE") {
     eintrag.gattung = readGattung(cursor);
-    Token const* nummer = valueOnLine(cursor);
+    Token const* nummer = nextOnLine(cursor);
     if (!nummer) throw Error(cursor, "Syntaxfehler: Keine Liniennummer angegeben."_cp1252);
     eintrag.linie = nummer->str();
     cursor = nummer;

@@ -5,6 +5,8 @@
 #include "tokenizer/token.h"
 
 // Reads the modifier whose keyword `cursor` stands on into `eintrag` and leaves
-// `cursor` on its last token. Values come only from the keyword's line and are never
-// brackets; an unknown keyword is "Syntaxfehler: Undefinierter Auftrag.".
+// `cursor` on its last token. Optional parts ("|", "*") and the values that must
+// stand on the keyword's line (the category, the line number) are read only there;
+// the other required values are the tokens that follow, on whatever line. An
+// unknown keyword is "Syntaxfehler: Undefinierter Auftrag.".
 void readModifikator(FplEintrag& eintrag, Token const*& cursor);

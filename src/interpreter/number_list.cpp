@@ -42,11 +42,13 @@ Token const* readNumbers(Token const* open, Token const* t, std::vector<unsigned
   return t;
 }
 
-// One of the three values of a SCHLEIFE; `previous` is the token before it.
+// One of the three values of a SCHLEIFE; `previous` is the token before it. Any
+// token is converted, ")" too (an invalid argument); only the end of the text
+// stops the loop from reading on.
 Token const* loopValue(Token const* previous) {
   Token const* t = previous->next();
-  if (!t || isClose(t))
-    throw Error(t ? t : previous,
+  if (!t)
+    throw Error(previous,
                 "Syntaxfehler in Schleife: Erwartet Start, Ende und Schrittweite."_cp1252);
   return t;
 }
@@ -67,7 +69,9 @@ Token const* readLoop(Token const* open, Token const* keyword, std::vector<unsig
     throw Error(stepTok, "Syntaxfehler in Schleife: Schrittweite darf nicht 0 sein."_cp1252);
 
   if (start > end) return close;
-  std::size_t const anzahl = (end - start) / step + 1;
+  // Counted in 64 bits: 0 to 4294967295 in steps of 1 are 4294967296 numbers, a
+  // count that 32 bits would wrap to 0.
+  std::uint64_t const anzahl = std::uint64_t{end - start} / step + 1;
   if (anzahl > maxZugnummern) zuViele(open);
   numbers.reserve(numbers.size() + anzahl);
   // 64-bit counting: an end value near the top of the range must not wrap around.

@@ -2,6 +2,7 @@
 #include "interpreter/train_factory.h"
 
 #include "model/fahrplandefinition.h"
+#include "model/zeit_arithmetik.h"
 #include "tokenizer/cp1252.h"
 
 Zug& Fahrplandefinition::createZug(Token const* cmd, std::int32_t nummer,
@@ -39,5 +40,5 @@ Token const* readZugGattung(Token const* name, std::string& gattung) {
 
 long long startFuerAnkunft(long long ankunft, Zuglauf const* run) {
   long long ziel = run ? run->getZielzeit() : keineZeit;
-  return ziel == keineZeit ? ankunft : ankunft - ziel;
+  return ziel == keineZeit ? ankunft : fplc::detail::zeitMinus(ankunft, ziel);
 }

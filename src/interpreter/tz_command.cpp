@@ -1,11 +1,13 @@
 // TZ: a series of clock-face trains, in three forms told apart by the first
 // argument: numbers (first last step time timestep), a list "(...)" or a block "*".
+#include <cstdint>
 #include <string>
 #include <vector>
 
 #include "interpreter/number_list.h"
 #include "interpreter/train_factory.h"
 #include "model/fahrplandefinition.h"
+#include "model/zeit_arithmetik.h"
 #include "tokenizer/cp1252.h"
 #include "tokenizer/std_conversions.h"
 
@@ -56,7 +58,8 @@ void Fahrplandefinition::kommandoTZZahlen(Token const* cmd) {
                          std::to_string(maxZugnummern) + " Züge."_cp1252);
 
   long long reftime = zeit->time();
-  for (long long nummer = von; nummer <= bis; nummer += schritt, reftime += takt) {
+  for (long long nummer = von; nummer <= bis;
+       nummer += schritt, reftime = fplc::detail::zeitPlus(reftime, takt)) {
     Zug& zug = createZug(cmd, static_cast<std::int32_t>(nummer), std::to_string(nummer));
     zug.reftime = reftime;
     zug.verkehrstag = tage;
@@ -80,13 +83,12 @@ void Fahrplandefinition::kommandoTZListe(Token const* cmd) {
 
   long long zeit = t->time();
   for (unsigned int nummer : nummern) {
-    // Train numbers are signed 32-bit like those of Z and the numeric form: a larger
-    // listed number is out of range, never wrapped around to a negative one.
-    std::string text = std::to_string(nummer);
-    Zug& zug = createZug(cmd, toInt(text), text);
+    // Listed numbers are unsigned; a train keeps their 32-bit pattern, which the
+    // writer writes unsigned again, so 4294967295 stays 4294967295.
+    Zug& zug = createZug(cmd, static_cast<std::int32_t>(nummer), std::to_string(nummer));
     zug.reftime = ankunft ? startFuerAnkunft(zeit, zug.zuglauf) : zeit;
     zug.verkehrstag = tage;
-    zeit += takt->time();
+    zeit = fplc::detail::zeitPlus(zeit, takt->time());
   }
 }
 

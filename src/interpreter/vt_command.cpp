@@ -10,11 +10,11 @@
 
 namespace {
 
-// The token after `t` when it stands on `line`: the fields of a VT line come only
-// from the command's own line, a missing one is empty.
-Token const* nextOnLine(Token const* t, std::uint32_t line) {
+// The token after `t` when it stands on `t`'s line: the validity fields come from
+// the line of the token before them; a missing one is empty.
+Token const* nextOnLine(Token const* t) {
   Token const* next = t ? t->next() : nullptr;
-  return next && next->line() == line ? next : nullptr;
+  return next && next->line() == t->line() ? next : nullptr;
 }
 
 // A field's text; absent or written as "-" it is empty.
@@ -30,42 +30,32 @@ bool isWeekdayDigits(Token const* t) {
 }  // namespace
 
 void Fahrplandefinition::kommandoVT(Token const* cmd, bool) {
-  std::uint32_t const line = cmd->line();
-  Token const* name = nextOnLine(cmd, line);
-  Token const* last = nullptr;  // the last field read, for the check of surplus tokens
-
-  if (name && name->str() == "*") {
-    Token const* from = nextOnLine(name, line);
-    Token const* to = nextOnLine(from, line);
+  // The name and the days are required arguments: each is the token after the one
+  // before it even when the line ends there, so a missing days token is reported
+  // at the first token of the next line.
+  Token const* name = cmd->next();
+  if (name->str() == "*") {
+    Token const* from = nextOnLine(name);
+    Token const* to = nextOnLine(from);
     defaultVT.from = from ? from->str() : std::string();
     defaultVT.to = to ? to->str() : std::string();
-    last = to;
-  } else {
-    Token const* days = nextOnLine(name, line);
-    // A missing days token is reported where it should stand: after the last token
-    // of the line.
-    if (!isWeekdayDigits(days))
-      throw Error(days ? days : (name ? name : cmd),
-                  "Wochentage müssen als Ziffern angegeben werden."_cp1252);
-    Token const* from = nextOnLine(days, line);
-    Token const* to = nextOnLine(from, line);
-    Token const* include = nextOnLine(to, line);
-    Token const* exclude = nextOnLine(include, line);
-
-    Verkehrstag& vt = verkehrstage.emplace_back();
-    vt.name = name->str();
-    vt.days = days->str();
-    vt.from = fieldText(from);
-    vt.to = fieldText(to);
-    vt.include = fieldText(include);
-    vt.exclude = fieldText(exclude);
-    vt.id = ++vtCounter;
-    vtByName[vt.name] = &vt;
-    last = exclude;
+    return;
   }
+  Token const* days = name->next();
+  if (!isWeekdayDigits(days))
+    throw Error(days ? days : name, "Wochentage müssen als Ziffern angegeben werden."_cp1252);
+  Token const* from = nextOnLine(days);
+  Token const* to = nextOnLine(from);
+  Token const* include = nextOnLine(to);
+  Token const* exclude = nextOnLine(include);
 
-  // Dates written with separators ("01.05.2024") split into several tokens and
-  // would shift the fields silently: say so when the line has more than it uses.
-  if (Token const* surplus = nextOnLine(last, line))
-    warnungen.emplace_back(surplus, "Überzählige Angaben in VT-Zeile werden ignoriert."_cp1252);
+  Verkehrstag& vt = verkehrstage.emplace_back();
+  vt.name = name->str();
+  vt.days = days->str();
+  vt.from = fieldText(from);
+  vt.to = fieldText(to);
+  vt.include = fieldText(include);
+  vt.exclude = fieldText(exclude);
+  vt.id = ++vtCounter;
+  vtByName[vt.name] = &vt;
 }

@@ -38,7 +38,7 @@ void Fahrplandefinition::kommandoZ(Token const* cmd, bool) {
   if (t && t->isName() && t->line() == nummer->line()) t = readZugGattung(t, zug.gattung)->next();
 
   if (!implizit) return;
-  if (!t || t->str() != "{" || !t->link())
+  if (!t || !t->link())
     throw Error(cmd, "Z-Kommando mit impliziter Zuglaufdefinition, aber ohne Datenblock."_cp1252);
   parseZL(t);
   // The run is the train's own: it bears the train's number but is not entered

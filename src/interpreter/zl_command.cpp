@@ -6,8 +6,7 @@ void Fahrplandefinition::kommandoZL(Token const* cmd, bool) {
   postprocessed = false;
   Token const* name = cmd->next();
   Token const* block = name->next();
-  if (!block || !block->link() || block->str() != "{")
-    throw Error(cmd, "ZL-Kommando erfordert Datenblock."_cp1252);
+  if (!block || !block->link()) throw Error(cmd, "ZL-Kommando erfordert Datenblock."_cp1252);
 
   parseZL(block);
   // Only a run read without fault gets its name; a later run of the same name

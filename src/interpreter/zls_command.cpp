@@ -34,8 +34,7 @@ void Fahrplandefinition::kommandoZLS(Token const* cmd, bool) {
   segment.ziel = ziel->name;
 
   Token const* block = zielTok->next();
-  if (!block || !block->link() || block->str() != "{")
-    throw Error(cmd, "ZLS-Kommando erfordert Datenblock."_cp1252);
+  if (!block || !block->link()) throw Error(cmd, "ZLS-Kommando erfordert Datenblock."_cp1252);
 
   for (Token const* tok = block->next(); tok && tok != block->link(); tok = tok->next()) {
     FplEintrag& eintrag = segment.eintraege.emplace_back();

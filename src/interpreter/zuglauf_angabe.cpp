@@ -3,6 +3,7 @@
 #include <vector>
 
 #include "model/fahrplandefinition.h"
+#include "model/zeit_arithmetik.h"
 #include "tokenizer/cp1252.h"
 #include "tokenizer/std_conversions.h"
 
@@ -39,7 +40,7 @@ std::vector<Teil> readTeile(Token const* open,
 
 void verschiebe(FplEintrag& e, long long um) {
   for (long long* zeit : {&e.an, &e.ab, &e.anReserve, &e.abReserve})
-    if (*zeit != keineZeit) *zeit += um;
+    if (*zeit != keineZeit) *zeit = fplc::detail::zeitPlus(*zeit, um);
 }
 
 // The end stop of one part and the start stop of the next become one plain stop:
@@ -119,7 +120,8 @@ Token const* Fahrplandefinition::parseZLSpec(Token const* tok, Zuglauf const** r
     gesamt.name += teil.lauf->name;
     // Later parts are placed at their time relative to the first part.
     long long verschiebung =
-        teil.zeit == keineZeit ? 0 : teil.zeit - (bezug == keineZeit ? 0 : bezug);
+        teil.zeit == keineZeit ? 0
+                               : fplc::detail::zeitMinus(teil.zeit, bezug == keineZeit ? 0 : bezug);
     haengeAn(gesamt, teil, verschiebung);
   }
   if (run) *run = &gesamt;

@@ -4,6 +4,7 @@
 #include <limits>
 
 #include "model/fahrplandefinition.h"
+#include "model/zeit_arithmetik.h"
 #include "tokenizer/cp1252.h"
 #include "tokenizer/std_conversions.h"
 
@@ -33,17 +34,15 @@ Token const* readGrenzpunkt(FplEintrag& eintrag, Token const* tok) {
   return tok->tokAt(3);
 }
 
-// The exit waiting for this stop takes its time from it.
+// The exit waiting for this stop takes its time from it. A stop without any time
+// gives the exit the marker for no time minus 15 seconds: the time is computed from
+// a missing time, as written (fplc's checks point it out to the author).
 void fuelleAusgang(std::vector<FplEintrag>& eintraege, std::size_t& pendingExit,
                    std::size_t haltIndex) {
   FplEintrag const& halt = eintraege[haltIndex];
-  // A stop without any time cannot place the exit; its time would be meaningless.
-  if (halt.an == keineZeit && halt.ab == keineZeit)
-    throw Error(halt.token,
-                "Automatische Berechnung der Ausfahrtzeit erfordert mindestens einen nachfolgenden "
-                "Halt oder eine Durchfahrt."_cp1252);
-  eintraege[pendingExit].an =
-      halt.an != keineZeit ? halt.an - vorlaufHalt : halt.ab - vorlaufDurchfahrt;
+  eintraege[pendingExit].an = halt.an != keineZeit
+                                  ? fplc::detail::zeitMinus(halt.an, vorlaufHalt)
+                                  : fplc::detail::zeitMinus(halt.ab, vorlaufDurchfahrt);
   pendingExit = keinAusgang;
 }
 
@@ -75,9 +74,11 @@ void Fahrplandefinition::berechneZeit(std::vector<FplEintrag>& eintraege, std::s
   FplEintrag const* vorher = nullptr;
   for (std::size_t i = index; i-- > 0 && !vorher;)
     if (eintraege[i].isHalt()) vorher = &eintraege[i];
-  // An end stop without departure gives no time to start from either.
-  if (!vorher || vorher->ab == keineZeit) throw Error(tok, message);
-  long long ab = vorher->ab + (vorher->an != keineZeit ? vorlaufHalt : vorlaufDurchfahrt);
+  if (!vorher) throw Error(tok, message);
+  // An end stop without departure (one in the middle of a block) gives the marker
+  // for no time plus the lead, as written; only the marker itself is refused.
+  long long ab =
+      fplc::detail::zeitPlus(vorher->ab, vorher->an != keineZeit ? vorlaufHalt : vorlaufDurchfahrt);
   if (ab == keineZeit) throw Error(tok, message);
   eintraege[index].ab = ab;
 }

@@ -20,6 +20,8 @@ TagUndUhrzeit zerlegen(long long zeit) {
     uhrzeit += sekundenProTag;
     --tag;
   }
+  // The day count is a signed 32-bit number: beyond 2147483647 days (only absurd
+  // times get there) it wraps around, as every conversion to a narrower type does.
   return {static_cast<std::int32_t>(tag), uhrzeit};
 }
 

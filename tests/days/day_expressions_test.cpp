@@ -72,17 +72,19 @@ TEST_F(DayExpressionTest, ExpressionsAndVTLinesGiveTheirDaysOrFaultAtTheirToken)
       {"(Mo, )", "@3 z. 2 ): Ungültige Verkehrstags-Angabe."_cp1252},
       {"", "@- ohne Token: Ungültige Verkehrstags-Angabe."_cp1252},
       {nested(33, "Mo"), "@32 z. 2 (: Verkehrstags-Angabe zu tief verschachtelt."},
-      // The fields of a VT line come from its own line only; "-" leaves one empty.
+      // The validity fields come from the days' line only; "-" leaves one empty.
       {"VT S 12345 a b c d", "12345|a|b|c|d *|"},
       {"VT S 1 a - c -", "1|a||c| *|"},
       {"VT S 1 a\nVT T 1 x y", "1|a||| *|"},
       {"VT S 1\nVT S 2", "2|||| *|"},
-      {"VT * a b\nVT * c\nVT S 1 01.05.2024 x",
-       "1|01|.|05|. *c|; z. 4 2024: Überzählige Angaben in VT-Zeile werden ignoriert."_cp1252},
+      {"VT * a b\nVT * c\nVT S 1 01.05.2024 x", "1|01|.|05|. *c|"},  // surplus passed over
       {"VT S 1238", "@2 z. 2 1238: Wochentage müssen als Ziffern angegeben werden."_cp1252},
       {"VT S '1'", "@2 z. 2 1: Wochentage müssen als Ziffern angegeben werden."_cp1252},
-      {"VT S\nVT T 1", "@1 z. 2 S: Wochentage müssen als Ziffern angegeben werden."_cp1252},
-      {"VT\nVT T 1", "@0 z. 2 VT: Wochentage müssen als Ziffern angegeben werden."_cp1252},
+      // The days are the token after the name, on the next line when the line ends.
+      {"VT Werktag\nZ 1 8:00 tgl",
+       "@2 z. 3 Z: Wochentage müssen als Ziffern angegeben werden."_cp1252},
+      {"VT\nVT T 1", "@2 z. 3 T: Wochentage müssen als Ziffern angegeben werden."_cp1252},
+      {"VT S", "@1 z. 2 S: Wochentage müssen als Ziffern angegeben werden."_cp1252},
   };
   for (auto const& [text, expected] : rows)
     EXPECT_EQ(parse(text), expected) << text.substr(0, 30);

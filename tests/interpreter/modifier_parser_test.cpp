@@ -25,9 +25,16 @@ TEST_F(ModifierParser, ReadsEveryModifierUpToTheEndOfTheLineOrNamesTheFault) {
       {"GATTUNG 12", "z. 4 12: Syntaxfehler: Keine Gattung angegeben."},
       {"GATTUNG RE | 5", "z. 4 5: Syntaxfehler: Keine betriebliche Gattung angegeben."},
       {"LINIE RB | N", "z. 4 N: Syntaxfehler: Keine Liniennummer angegeben."},
-      // The value is never taken from the next line; the fault points there.
-      {"FOLGE ZN +",
+      // Values after FOLGE, LZ and "|" are the following tokens, on whatever line: the
+      // rule takes "$" from the next line, whose next token is then a modifier.
+      {"FOLGE ZN +", "z. 5 VzG: Syntaxfehler: Undefinierter Auftrag."},
+      {"FOLGE ZN", "z. 5 VzG: Syntaxfehler: Undefinierter Auftrag."},
+      {"FOLGE",
        "z. 5 $: Syntaxfehler: Zugnummernregel für Wechsel auf Folgeleistung fehlt."_cp1252},
+      {"LZ *", "z. 5 $: Syntaxfehler: Lenkziffernangabe fehlt."},
+      {"GATTUNG RE |", "z. 5 $: Syntaxfehler: Keine betriebliche Gattung angegeben."},
+      {"GATTUNG", "z. 5 $: Syntaxfehler: Keine Gattung angegeben."},  // must be on the line
+      {"LINIE RE", "z. 4 RE: Syntaxfehler: Keine Liniennummer angegeben."},
   };
   EXPECT_THROW(run(stop + "LZ 99999999999\n}\n"), std::out_of_range);
   for (auto const& [modifikatoren, erwartet] : faelle)

@@ -1,7 +1,10 @@
-#include <stdexcept>
+#include <tinyxml2.h>
+
 #include <string>
 
+#include "external/installation.h"
 #include "support/definition_test.h"
+#include "support/temp_dir.h"
 #include "tokenizer/cp1252.h"
 
 namespace {
@@ -50,15 +53,53 @@ TEST_F(TZCommand, MakesTrainsInEachFormWithTheSettingsOfTheirTimeOrNamesTheFault
   };
   for (auto const& [zeile, erwartet] : faelle)
     EXPECT_EQ(outcome(zeile, [] { return std::string("kein Fehler"); }), erwartet) << zeile;
-  // A listed number beyond the signed range is refused, not wrapped; earlier trains stay.
-  fpl.clear(false);
-  try {
-    run("TZ (SCHLEIFE 2147483646 2147483648 1) 8:00 0:01");
-    ADD_FAILURE() << "no exception";
-  } catch (std::out_of_range const& e) {
-    EXPECT_STREQ(e.what(), "stoi argument out of range");
+}
+
+// Listed numbers are unsigned: one train per number, keeping the 32-bit pattern,
+// and the document shows the numbers as they were written.
+TEST_F(TZCommand, WritesListedNumbersBeyondTheSignedRangeUnsigned) {
+  Restore<std::string> pfad{quorvelpath};
+  quorvelpath = std::string(FPLC_SOURCE_DIR) + "/tests/output/data";
+  run("DAT \"/anlagen.fpl\"\nZL Hin {\nXA . A1 A - 8:00\nXC . S1 H 8:20 -\n}\n"
+      "SET Zuglauf Hin\nTZ (3000000000 4294967295) 8:00 0:10 Mo\n");
+  std::string zuege;
+  for (Zug const& z : fpl.getZuege())
+    zuege += std::to_string(z.nummer) + "@" + std::to_string(z.reftime) + " ";
+  EXPECT_EQ(zuege, "-1294967296@28800 -1@29400 ");
+  EXPECT_EQ(fpl.getZuegeByNummer().at("4294967295")->reftime, 29400);
+
+  tinyxml2::XMLDocument doc;
+  fpl.write(doc, "T", fpl.getAussenanlagen().front(), "nord.stwa");
+  std::string nummern;
+  for (auto* zug = doc.RootElement()->FirstChildElement("zug"); zug;
+       zug = zug->NextSiblingElement("zug"))
+    nummern += std::string(zug->Attribute("nummer")) + " ";
+  EXPECT_EQ(nummern, "3000000000 4294967295 ");
+}
+
+// The times of a series wrap around as 64-bit numbers instead of overflowing; a
+// time that fits a day is untouched.
+TEST_F(TZCommand, SeriesStepOfAbsurdTimesWrapsAround) {
+  std::pair<char const*, char const*> const faelle[] = {
+      {"TZ 1 1 1 2562047788015215:30 1:00", "1@9223372036854775800 "},
+      {"TZ 1 3 1 2562047788015215:30 0:00:07",
+       "1@9223372036854775800 2@9223372036854775807 3@-9223372036854775802 "},
+      {"TZ (1 2) 2562047788015215:30 1:00", "1@9223372036854775800 2@-9223372036854772216 "},
+      {"TZ 1 2 1 2562047788015215:30:08 2562047788015215:30",  // from the smallest time
+       "1@-9223372036854775808 2@-8 "},
+      {"TZ 1 2 1 23:59 0:01", "1@86340 2@86400 "},
+  };
+  for (auto const& [text, erwartet] : faelle) {
+    EXPECT_EQ(outcome(text,
+                      [&] {
+                        std::string zuege;
+                        for (Zug const& z : fpl.getZuege())
+                          zuege += std::to_string(z.nummer) + "@" + std::to_string(z.reftime) + " ";
+                        return zuege;
+                      }),
+              erwartet)
+        << text;
   }
-  EXPECT_EQ(fpl.getZuege().size(), 2u);
 }
 
 }  // namespace

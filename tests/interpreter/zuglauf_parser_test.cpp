@@ -47,14 +47,34 @@ TEST_F(ZuglaufParser, ReadsKindsTimesAndAutomaticTimesOrNamesTheFaultsLine) {
       {"{\nXA . N1 E\nx 8:00\n", "z. 6 x: " + daten + "Ankunftszeit fehlt."},
       {"{\nXA . N1 E - y\n", "z. 5 y: " + daten + "Abfahrtszeit fehlt."},
       {"{\nXA . N1 E 8:00 8:01\n", "z. 5 8:01: " + daten + "Mindesthaltezeit fehlt."},
-      {"{\nXA . N1 E - 8:00 FOLGE ZN ",  // the closing brace is never a modifier's value
-       "z. 5 }: Syntaxfehler: Zugnummernregel für Wechsel auf Folgeleistung fehlt."_cp1252},
+      {"{\nXA . N1 E - 8:00 FOLGE ZN ",  // the rule would be the closing brace
+       "z. 5 }: Syntaxfehler im Datenblock des ZL-Kommandos oder impliziten Zuglaufs."},
+      {"{\nXA . N1 E - 8:00 FOLGE ZN\nXB . N3 E 8:10 -\n",  // the rule is XB, "." a modifier
+       "z. 6 .: Syntaxfehler: Undefinierter Auftrag."},
       {"{\n<- AA1 . West\nXA . N1 E 8:00 -\n", "z. 5 <-: " + ein},
-      {"{\nXA . N1 E 8:00 -\n<- AA1 . West\n", "z. 6 <-: " + ein},  // an end stop: no departure
+      // An end stop in the middle: the marker for no time plus 45 seconds, as written.
+      {"{\nXA . N1 E 8:00 -\n<- AA1 . West\n",
+       "4 Astadt.N1.E 28800 - -; 1 AA1.West - 4294967340 -; "},
+      {"{\nXA . N1 E 1193046:27 1193046:27:30 0\n<- AA1 . West\n",  // the sum is the marker
+       "z. 6 <-: " + ein},
+      // Absurd times wrap around as 64-bit numbers, upwards and downwards.
+      {"{\nXA . N1 E - 2562047788015215:30\n<- AA1 . West\n",
+       "3 Astadt.N1.E - 9223372036854775800 -; 1 AA1.West - -9223372036854775801 -; "},
+      {"{\nXA . N1 E 2562047788015215:30 2562047788015215:30 0\n<- AA1 . West\n",
+       "0 Astadt.N1.E 9223372036854775800 9223372036854775800 0; "
+       "1 AA1.West - -9223372036854775771 -; "},
+      {"{\nXA . N1 E - 8:00\n-> AA1 . Ost\nXB . N2 E 2562047788015215:30:08 -\n",
+       "3 Astadt.N1.E - 28800 -; 2 AA1.Ost 9223372036854775763 - -; "
+       "4 Bdorf.N2.E -9223372036854775808 - -; "},
+      {"{\nXA . N1 E - 8:00\n-> AA1 . Ost\nXB . N2 E - 2562047788015215:30:08\n",
+       "3 Astadt.N1.E - 28800 -; 2 AA1.Ost 9223372036854775793 - -; "
+       "0 Bdorf.N2.E - -9223372036854775808 -; "},
       {"{\nXA . N1 E - 8:00\n-> AA1 . Ost\n-> AA1 . Nord\nXB . N2 E 8:10 -\n",
        "z. 7 ->: Zwei aufeinanderfolgende Ausfahrtzeiten nicht automatisch berechenbar."},
       {"{\nXA . N1 E - 8:00\n-> AA1 . Ost\n", "z. 4 {: " + aus},
-      {"{\nXA . N1 E - 8:00\n-> AA1 . Ost\nXB . N2 E - -\n", "z. 7 XB: " + aus},  // no time
+      // A stop without times: the marker for no time minus 15 seconds, as written.
+      {"{\nXA . N1 E - 8:00\n-> AA1 . Ost\nXB . N2 E - -\n",
+       "3 Astadt.N1.E - 28800 -; 2 AA1.Ost 4294967280 - -; 4 Bdorf.N2.E - - -; "},
   };
   try {
     run(punkte + "{\nXA . N1 E 8:00 8:01 99999999999999999999\n}\n");
@@ -64,6 +84,8 @@ TEST_F(ZuglaufParser, ReadsKindsTimesAndAutomaticTimesOrNamesTheFaultsLine) {
   }
   for (auto const& [text, erwartet] : faelle)
     EXPECT_EQ(outcome(punkte + text + "}\n", verlauf), erwartet) << text;
+  // Any bracket pair holds a block.
+  EXPECT_EQ(outcome(punkte + "(\nXA . N1 E - 8:00\n)\n", verlauf), "3 Astadt.N1.E - 28800 -; ");
 
   // Runs are numbered; one that failed keeps its entries so far, but not its name.
   std::string const laeufe = "{\nXA . N1 E - 8:00\n}\nZL R {\n}\nZL Q {\nXA . N1 E 8:00 8:01\n}\n";
