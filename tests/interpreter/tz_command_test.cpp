@@ -87,6 +87,8 @@ TEST_F(TZCommand, SeriesStepOfAbsurdTimesWrapsAround) {
       {"TZ (1 2) 2562047788015215:30 1:00", "1@9223372036854775800 2@-9223372036854772216 "},
       {"TZ 1 2 1 2562047788015215:30:08 2562047788015215:30",  // from the smallest time
        "1@-9223372036854775808 2@-8 "},
+      {"TZ 1 3 1 0:00 2562047788015215:30:08",  // the step is the smallest time
+       "1@0 2@-9223372036854775808 3@0 "},
       {"TZ 1 2 1 23:59 0:01", "1@86340 2@86400 "},
   };
   for (auto const& [text, erwartet] : faelle) {

@@ -23,6 +23,7 @@ TEST_F(ZCommand, ReadsRunTimeDaysAndCategoryFromItsLineOrNamesTheFault) {
   std::pair<char const*, char const*> const faelle[] = {
       {"Z 4711 > 10:00", "RB 7 Eins 32400 -"},  // the arrival at the destination
       {"Z 4711 > (10:00 Zwei)", "RB 7 Zwei 33000 -"},
+      {"Z 5 > 2562047788015215:30:08", "RB 7 Eins 9223372036854772208 -"},  // wraps around
       {"Z 1 8:00 tgl RE | Nv", "RE|Nv 7 Eins 28800 1234567"},
       {"Z 2 8:00 tgl\nSET Gattung IC", "RB 7 Eins 28800 1234567"},  // a keyword is no category
       {"Z 3 8:00\nSET Gattung EC", "RB 7 Eins 28800 -"},

@@ -46,6 +46,17 @@ TEST_F(ZuglaufAngabe, TakesOneNamedRunOrComposesSeveralOrNamesTheFault) {
   };
   for (auto const& [body, erwartet] : faelle)
     EXPECT_EQ(outcome(kLaeufe + body, lauf), erwartet) << body;
+  // Absurd times of the parts wrap around as 64-bit numbers, both ways.
+  std::pair<char const*, std::string> const extreme[] = {
+      {"Z 2 (0:00 Hin 2562047788015215:30 Weiter)",
+       "Hin+Weiter#6! 0 | 3 - 0 N1H -1 ; 0 1800 9223372036854775800 N2E 4 W; "
+       "4 -9223372036854773416 - N3H -1 +1;"},
+      {"Z 2 (8:00 Hin 2562047788015215:30:08 Weiter)",
+       "Hin+Weiter#6! 28800 | 3 - 0 N1H -1 ; 0 1800 9223372036854747008 N2E 4 W; "
+       "4 9223372036854749408 - N3H -1 +1;"},
+  };
+  for (auto const& [body, erwartet] : extreme)
+    EXPECT_EQ(outcome(kLaeufe + body, lauf), erwartet) << body;
   EXPECT_EQ(fpl.getZLByName().at("Hin")->eintraege[1].gleis, "*");  // copied, not changed
 }
 
