@@ -49,6 +49,8 @@ TEST_F(ZuglaufParser, ReadsKindsTimesAndAutomaticTimesOrNamesTheFaultsLine) {
       {"{\nXA . N1 E 8:00 8:01\n", "z. 5 8:01: " + daten + "Mindesthaltezeit fehlt."},
       {"{\nXA . N1 E - 8:00 FOLGE ZN ",  // the rule would be the closing brace
        "z. 5 }: Syntaxfehler im Datenblock des ZL-Kommandos oder impliziten Zuglaufs."},
+      {"{\nXA . N1 E - 8:00 LINIE RE ",  // the line number would be the closing brace
+       "z. 5 }: Syntaxfehler im Datenblock des ZL-Kommandos oder impliziten Zuglaufs."},
       {"{\nXA . N1 E - 8:00 FOLGE ZN\nXB . N3 E 8:10 -\n",  // the rule is XB, "." a modifier
        "z. 6 .: Syntaxfehler: Undefinierter Auftrag."},
       {"{\n<- AA1 . West\nXA . N1 E 8:00 -\n", "z. 5 <-: " + ein},
