@@ -1,5 +1,6 @@
 #include <tinyxml2.h>
 
+#include <stdexcept>
 #include <string>
 
 #include "external/installation.h"
@@ -75,6 +76,17 @@ TEST_F(TZCommand, WritesListedNumbersBeyondTheSignedRangeUnsigned) {
        zug = zug->NextSiblingElement("zug"))
     nummern += std::string(zug->Attribute("nummer")) + " ";
   EXPECT_EQ(nummern, "3000000000 4294967295 ");
+
+  // The numeric and the block form read their numbers as signed, like Z.
+  for (char const* text : {"TZ 2147483647 2147483648 1 8:00 0:01", "TZ * {\n2147483648 8:00\n}"}) {
+    fpl.clear(false);
+    try {
+      run(text);
+      ADD_FAILURE() << "no exception: " << text;
+    } catch (std::out_of_range const& e) {
+      EXPECT_STREQ(e.what(), "stoi argument out of range") << text;
+    }
+  }
 }
 
 // The times of a series wrap around as 64-bit numbers instead of overflowing; a
