@@ -269,7 +269,11 @@ class SvgSchreiber {
              {"y", zahl(y - 3)},
              {"text-anchor", "middle"},
              {"transform", "rotate(" + zahl(winkel) + " " + zahl(x) + " " + zahl(y) + ")"},
-             {"fill", farbe(f.gattung)}});
+             {"fill", farbe(f.gattung)},
+             // A white outline keeps the number legible where it crosses other lines.
+             {"stroke", "white"},
+             {"stroke-width", "3"},
+             {"paint-order", "stroke"}});
   }
 
   void legende() {
