@@ -1,6 +1,7 @@
 #include "graph/graph_ausgabe.h"
 
 #include <algorithm>
+#include <exception>
 #include <filesystem>
 #include <fstream>
 #include <set>
@@ -11,6 +12,7 @@
 #include "graph/zugtabelle.h"
 #include "model/fahrplandefinition.h"
 #include "tokenizer/cp1252.h"
+#include "tokenizer/token_list.h"
 
 namespace fplc::graph {
 
@@ -45,6 +47,13 @@ bool schreibe(fs::path const& pfad, std::string const& text, GraphErgebnis& erge
   return true;
 }
 
+// "plan.fpl:12: Warnung: ...", as fplc reports the compile's warnings.
+std::string warnungsText(Error const& w) {
+  std::string ort;
+  if (w.token) ort = w.token->getTokenList()->file() + ":" + std::to_string(w.token->line()) + ": ";
+  return cp1252::toUtf8(ort + "Warnung: " + w.message);
+}
+
 std::vector<Strecke const*> streckenNachName(Fahrplandefinition const& fpl) {
   std::vector<Strecke const*> strecken;
   for (auto const& [name, strecke] : fpl.getBIF())
@@ -61,7 +70,16 @@ GraphErgebnis schreibeGraphen(Fahrplandefinition& fpl, std::string const& verzei
   GraphErgebnis ergebnis;
   // The graphs show the times trains have in the timetable files, which OUT
   // post-processes; a definition without OUT has not been.
-  fpl.postprocess();
+  std::size_t const bekannt = fpl.getWarnungen().size();
+  try {
+    fpl.postprocess();
+  } catch (std::exception const& e) {
+    ergebnis.fehler = "Nachbearbeitung der Züge gescheitert: " + cp1252::toUtf8(e.what());
+    return ergebnis;
+  }
+  // Its warnings have not been reported with the compile's.
+  for (std::size_t i = bekannt; i < fpl.getWarnungen().size(); ++i)
+    ergebnis.hinweise.push_back(warnungsText(fpl.getWarnungen()[i]));
 
   std::error_code fehler;
   fs::create_directories(verzeichnis, fehler);

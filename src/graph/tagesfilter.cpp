@@ -45,6 +45,7 @@ bool Tagesfilter::laeuft(Verkehrstag const* tage) const {
 
 std::string Tagesfilter::beschreibung() const {
   if (art == Alle) return "ohne Tagesfilter";
+  if (wochentag < '1' || wochentag > '7') return "an keinem Tag";
   std::string tag = std::string("am ") + kKurznamen[wochentag - '1'];
   if (art == Wochentag) return tag;
   // text is "JJJJ-MM-TT", checked when the filter was made.

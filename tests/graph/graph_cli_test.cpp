@@ -50,6 +50,10 @@ TEST_F(FplcGraph, WritesGraphsAndSaysWhatItCouldNotDraw) {
   tmp.write("plan.fpl", kPlan);
   tmp.write("kaputt.fpl", "Quorvel FplDef 1\nXYZ\n");
   tmp.write("datei", "");
+  // Without OUT nothing has post-processed the trains: the graphs do, and report it.
+  tmp.write("ohne_out.fpl", std::string(kPlan) +
+                                "ZL Weiter {\n XA . N2 H - 9:00\n XB . N2 H 9:10 - FOLGE ZN *\n}\n"
+                                "Z 5 (0:00 Weiter) tgl\n");
   std::string const keinePosition =
       "fplc: Bildfahrplan: Strecke Neben bahn: Die Strecke hat keine Betriebsstelle mit "
       "Kilometerangabe: ohne sie lässt sich kein Bildfahrplan zeichnen.\n";
@@ -65,6 +69,10 @@ TEST_F(FplcGraph, WritesGraphsAndSaysWhatItCouldNotDraw) {
            "fplc: Bildfahrplan: Der Tagesfilter am Sa, 05.12.2026 trifft auf keiner Strecke "
            "einen Zug.\n"},
       {"--check --quiet --graph g plan.fpl", "0 |  | "},
+      {"--no-validate --graph g ohne_out.fpl",
+       "0 | Bildfahrplan: g/index.html\n | fplc: Bildfahrplan: ohne_out.fpl:21: Warnung: "
+       "Folgeleistung für Zug 5 am Mo, Di, Mi, Do, Fr, Sa und So nicht ermittelbar.\n" +
+           keinePosition},
       {"--check --graph g kaputt.fpl",
        "1 |  | fplc: Bildfahrplan nicht geschrieben: die Definition ist mit einem Fehler "
        "abgebrochen.\nkaputt.fpl:2: Fehler: Syntaxfehler: Befehl ohne Argumente.\n"},
