@@ -82,6 +82,10 @@ OrtIndex ordneOrteEin(Strecke const& strecke, Bildfahrplan& bild) {
         "Bildfahrplan zeichnen.");
     return {};
   }
+  auto const gleicherKm = [&](Ort const& o) { return o.km == bild.orte.front().km; };
+  if (bild.orte.size() > 1 && std::all_of(bild.orte.begin(), bild.orte.end(), gleicherKm))
+    bild.hinweise.push_back(
+        "Alle Betriebsstellen liegen bei demselben Kilometer: der Bildfahrplan hat keine Breite.");
   if (!ohnePosition.empty())
     bild.hinweise.push_back("Ohne Kilometerangabe, nicht gezeichnet: " + aufzaehlung(ohnePosition) +
                             ".");

@@ -50,6 +50,14 @@ TEST_F(BildfahrplanTest, ExplainsEveryGraphThatStaysEmptyOrIncomplete) {
       {"BIF L {\n Bf XA\n | 1,0\n}\nZ 1 (0:00 AB) tgl", nullptr,
        "Die Strecke hat keine Betriebsstelle mit Kilometerangabe: ohne sie lässt sich kein "
        "Bildfahrplan zeichnen. | "},
+      // Points at one kilometre stand on one line; the trains are still drawn.
+      {"BIF L {\n Bf XA 2,5\n Bf XB 2,5\n}\nZ 1 (0:00 AB) tgl", nullptr,
+       "1: [XA 28800-28800;XB 29400-29400;] | Alle Betriebsstellen liegen bei demselben "
+       "Kilometer: der Bildfahrplan hat keine Breite. | "},
+      // A point listed twice is drawn where it comes first.
+      {"BIF L {\n Bf XA 0,0\n Bf XB 5,0\n Bf XA 9,0\n}\nZ 1 (0:00 AB) tgl", nullptr,
+       "1: [XA 28800-28800;XB 29400-29400;] | Mehrfach in der Strecke, gezeichnet an der ersten "
+       "Stelle: XA. | "},
       // No train runs over two of its points.
       {"BIF L {\n Bf XA 0,0\n Bf XC 5,0\n}\nZ 1 (0:00 AB) tgl\nZ 2 (0:00 CD) tgl", nullptr,
        "Kein Zug berührt zwei Betriebsstellen dieser Strecke. | "},
