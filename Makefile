@@ -1,5 +1,6 @@
 # fplc: set-up, build, run and test in one place.
-#   make run    install what is missing, build, compile the example timetable
+#   make run    install what is missing, build, compile the example timetable and
+#               write its graphs (build/graph/index.html)
 #   make test   install what is missing, build, run every test
 #   make bench  build and run the benchmarks
 BUILD_DIR  ?= build
@@ -38,7 +39,7 @@ build: configure
 	cmake --build $(BUILD_DIR) -j $(JOBS)
 
 run: build
-	$(BUILD_DIR)/fplc --root $(EXAMPLE_ROOT) $(EXAMPLE)
+	$(BUILD_DIR)/fplc --root $(EXAMPLE_ROOT) --graph $(BUILD_DIR)/graph $(EXAMPLE)
 
 test: build
 	ctest --test-dir $(BUILD_DIR) --output-on-failure -j $(JOBS)

@@ -9,6 +9,7 @@
 #include "frontend/compile.h"
 #include "frontend/installation_root.h"
 #include "frontend/report.h"
+#include "graph/graph_cli.h"
 
 namespace {
 
@@ -37,7 +38,9 @@ int compileDefinition(Options const& options, char const* argv0) {
 
   Fahrplandefinition fpl;
   Ergebnis ergebnis = compile(fpl, in, options);
-  int const status = exitStatusOf(ergebnis, options);
+  bool const graphsWritten =
+      fplc::graph::schreibeGraphenWennGewuenscht(fpl, ergebnis, options, std::cout, std::cerr);
+  int const status = graphsWritten ? exitStatusOf(ergebnis, options) : exitStatusFailed;
   dropWarningsIfQuiet(ergebnis, options);
 
   if (options.json) {

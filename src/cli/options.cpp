@@ -3,12 +3,44 @@
 #include <CLI/CLI.hpp>
 
 #include "cli/exit_status.h"
+#include "graph/tagesfilter.h"
 
 #ifndef FPLC_VERSION
 #define FPLC_VERSION "unknown"
 #endif
 
 namespace {
+
+void describeGraphOptions(CLI::App& app, Options& options) {
+  CLI::Option* graph =
+      app.add_option("--graph", options.graph,
+                     "Write time-distance graphs (one SVG per BIF line) and index.html into DIR")
+          ->option_text("DIR");
+  CLI::Validator const wochentag(
+      [](std::string& text) {
+        return fplc::graph::wochentagsfilter(text)
+                   ? ""
+                   : "Wochentag Mo, Di, Mi, Do, Fr, Sa oder So erwartet, nicht \"" + text + "\"";
+      },
+      "Mo..So");
+  CLI::Validator const datum(
+      [](std::string& text) {
+        return fplc::graph::datumsfilter(text)
+                   ? ""
+                   : "Datum JJJJ-MM-TT ab 1970 erwartet, nicht \"" + text + "\"";
+      },
+      "JJJJ-MM-TT");
+  CLI::Option* day = app.add_option("--graph-day", options.graphDay,
+                                    "Draw only the trains running on this weekday (Mo..So)")
+                         ->check(wochentag)
+                         ->needs(graph);
+  app.add_option(
+         "--graph-date", options.graphDate,
+         "Draw only the trains running on this date, matched by weekday as the library does")
+      ->check(datum)
+      ->needs(graph)
+      ->excludes(day);
+}
 
 void describeOptions(CLI::App& app, Options& options) {
   app.add_option("-r,--root", options.root,
@@ -21,6 +53,7 @@ void describeOptions(CLI::App& app, Options& options) {
   app.add_flag("--json", options.json, "Print the report on stdout as JSON");
   app.add_flag("-W,--werror", options.werror, "Warnings make the exit status 1");
   app.add_flag("-q,--quiet", options.quiet, "Print errors only");
+  describeGraphOptions(app, options);
   app.set_version_flag("-V,--version", std::string("fplc ") + FPLC_VERSION);
   app.add_option("DEFINITION", options.definition, "The timetable definition file")->required();
 }

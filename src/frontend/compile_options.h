@@ -6,11 +6,14 @@
 #include <string>
 
 struct Options {
-  std::string definition;           // the definition file, exactly as typed
-  std::optional<std::string> root;  // --root: the installation root
-  bool check = false;               // --check: OUT writes nothing
-  bool noValidate = false;          // --no-validate
-  bool json = false;                // --json: the report as JSON on stdout
-  bool werror = false;              // --werror: warnings make the run fail
-  bool quiet = false;               // --quiet: errors only
+  std::string definition;            // the definition file, exactly as typed
+  std::optional<std::string> root;   // --root: the installation root
+  bool check = false;                // --check: OUT writes nothing
+  bool noValidate = false;           // --no-validate
+  bool json = false;                 // --json: the report as JSON on stdout
+  bool werror = false;               // --werror: warnings make the run fail
+  bool quiet = false;                // --quiet: errors only
+  std::optional<std::string> graph;  // --graph: the folder for the time–distance graphs
+  std::string graphDay;              // --graph-day: "Mo" .. "So"
+  std::string graphDate;             // --graph-date: "2026-12-01"
 };
