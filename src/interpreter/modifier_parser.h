@@ -7,4 +7,11 @@
 // Reads the modifier whose keyword `cursor` stands on into `eintrag` and leaves
 // `cursor` on its last token. Values come only from the keyword's line and are never
 // brackets; an unknown keyword is "Syntaxfehler: Undefinierter Auftrag.".
+namespace fplc::detail {
+
 void readModifikator(FplEintrag& eintrag, Token const*& cursor);
+
+}  // namespace fplc::detail
+
+// The library's own sources name these unqualified.
+using fplc::detail::readModifikator;

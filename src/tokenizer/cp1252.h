@@ -7,7 +7,7 @@
 #include <string>
 #include <string_view>
 
-namespace cp1252 {
+namespace fplc::cp1252 {
 
 template <std::size_t N>
 struct Bytes {
@@ -82,7 +82,9 @@ inline constexpr auto kConverted = convert<Chars...>();
 // Windows-1252.
 std::string toUtf8(std::string_view text);
 
-}  // namespace cp1252
+}  // namespace fplc::cp1252
+
+namespace cp1252 = fplc::cp1252;
 
 // `"Zu viele schließende Klammern."_cp1252` is the message in Windows-1252 bytes.
 // The character-pack form of a literal operator template is a GNU extension that
