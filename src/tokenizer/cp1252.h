@@ -94,7 +94,7 @@ namespace cp1252 = fplc::cp1252;
 #pragma clang diagnostic ignored "-Wgnu-string-literal-operator-template"
 #endif
 template <typename Char, Char... Chars>
-constexpr char const* operator""_cp1252() {
+consteval char const* operator""_cp1252() {
   static_assert(sizeof(Char) == 1, "Windows-1252 literals are written as plain narrow strings");
   return cp1252::kConverted<static_cast<char>(Chars)...>.data;
 }
