@@ -56,6 +56,9 @@ for library in "$@"; do
       next;                                    # names reserved for the toolchain
     }
     next if $allowed{$name};
+    # the standard library'"'"'s inline placement new and delete, kept out of line
+    # by unoptimised builds
+    next if $symbol =~ /^_Z(?:nwmPv|namPv|dlPvS_|daPvS_)$/;
     print "$name\t$symbol\n";
   ' > "${TMPDIR:-/tmp}/fplc-symbols.$$" || true
   if [ -s "${TMPDIR:-/tmp}/fplc-symbols.$$" ]; then
