@@ -3,16 +3,18 @@
 #               write its graphs (build/graph/index.html)
 #   make test   install what is missing, build, run every test
 #   make bench  build and run the benchmarks
+#   make install PREFIX=/opt/fplc   build and install library, headers, packages, fplc, docs
 BUILD_DIR  ?= build
 BUILD_TYPE ?= RelWithDebInfo
 CMAKE_FLAGS ?=
 JOBS ?= $(shell nproc 2>/dev/null || echo 2)
 EXAMPLE_ROOT ?= examples/installation
 EXAMPLE ?= $(EXAMPLE_ROOT)/fahrplaene/beispiel.fpl
+PREFIX ?= /usr/local
 
 PACKAGES = cmake make g++ libtinyxml2-dev libgtest-dev libgmock-dev libcli11-dev nlohmann-json3-dev
 
-.PHONY: all deps configure build run test bench clean
+.PHONY: all deps configure build run test bench install clean
 
 all: build
 
@@ -50,6 +52,13 @@ bench:
 	cmake -S . -B build-bench -DCMAKE_BUILD_TYPE=Release -DFPLC_TESTS=OFF -DFPLC_BENCHMARKS=ON
 	cmake --build build-bench -j $(JOBS) --target fpl_bench
 	build-bench/fpl_bench
+
+# The library, its headers under include/fplc, the CMake package, fplc.pc, fplc
+# with its man page and the docs, below PREFIX (docs/embedding.md).
+install: deps
+	cmake -S . -B $(BUILD_DIR) -DCMAKE_BUILD_TYPE=$(BUILD_TYPE) -DCMAKE_INSTALL_PREFIX=$(PREFIX) $(CMAKE_FLAGS)
+	cmake --build $(BUILD_DIR) -j $(JOBS)
+	cmake --install $(BUILD_DIR)
 
 clean:
 	rm -rf $(BUILD_DIR)

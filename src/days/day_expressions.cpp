@@ -4,6 +4,7 @@
 #include <unordered_map>
 
 #include "model/fahrplandefinition.h"
+#include "model/hash_maps.h"
 #include "tokenizer/cp1252.h"
 
 namespace {

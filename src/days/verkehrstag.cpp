@@ -1,4 +1,5 @@
 #include "days/verkehrstag.h"
+#include "days/weekday_list.h"
 
 #include <ctime>
 
@@ -79,7 +80,7 @@ std::string Verkehrstag::getBasisindex() const {
   return from + "*" + to + "*" + exclude + "*" + include;
 }
 
-std::string formatWeekdayList(std::string const& weekdays) {
+std::string fplc::detail::formatWeekdayList(std::string const& weekdays) {
   std::string text;
   for (std::size_t i = 0; i < weekdays.size(); ++i) {
     text += weekdayShortName(weekdays[i]);

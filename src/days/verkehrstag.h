@@ -4,7 +4,9 @@
 #include <cstdint>
 #include <string>
 
-struct Verkehrstag {
+#include "../export.h"
+
+struct FPLC_API Verkehrstag {
   std::string name;
   std::string days;  // weekday digits "1" (Monday) .. "7" (Sunday), e.g. "12345"
   std::string from;
@@ -21,6 +23,3 @@ struct Verkehrstag {
   unsigned char getValue() const;
   std::string getBasisindex() const;
 };
-
-// "Mo, Mi und Fr" for the weekday digits "135".
-std::string formatWeekdayList(std::string const& weekdays);

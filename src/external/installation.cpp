@@ -1,4 +1,5 @@
 #include "external/installation.h"
+#include "external/install_path.h"
 
 #include <algorithm>
 #include <filesystem>
@@ -56,7 +57,7 @@ bool quorvel_init(std::string const& path) {
   return !quorvelpath.empty();
 }
 
-std::string expandInstallPath(std::string const& text) {
+std::string fplc::detail::expandInstallPath(std::string const& text) {
   if (text.empty()) return {};
   bool const installationRelative = text.front() == '/' || text.front() == '\\';
   std::string result = installationRelative ? quorvelpath + text : text;

@@ -2,6 +2,7 @@
 #include <tinyxml2.h>
 #include <cstring>
 
+#include "external/install_path.h"
 #include "external/installation.h"
 #include "model/fzg.h"
 #include "tokenizer/cp1252.h"

@@ -8,6 +8,7 @@
 #include <algorithm>
 #include <stdexcept>
 
+#include "external/install_path.h"
 #include "external/installation.h"
 #include "interpreter/fahrtrichtungen.h"
 #include "model/fahrplandefinition.h"

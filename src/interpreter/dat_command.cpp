@@ -4,6 +4,7 @@
 #include <memory>
 #include <string>
 
+#include "external/install_path.h"
 #include "external/installation.h"
 #include "model/fahrplandefinition.h"
 #include "tokenizer/cp1252.h"

@@ -7,7 +7,7 @@
 #include "tokenizer/std_conversions.h"
 #include "tokenizer/token.h"
 
-bool addLenkziffer(std::uint16_t& digits, std::string const& number) {
+bool fplc::detail::addLenkziffer(std::uint16_t& digits, std::string const& number) {
   unsigned long value = 0;
   try {
     value = toULong(number);
@@ -19,7 +19,7 @@ bool addLenkziffer(std::uint16_t& digits, std::string const& number) {
   return true;
 }
 
-Aussenanlage::Fahrtrichtung& findeFahrtrichtung(Aussenanlage& aa, Token const* t) {
+Aussenanlage::Fahrtrichtung& fplc::detail::findeFahrtrichtung(Aussenanlage& aa, Token const* t) {
   auto found = aa.fahrtrichtungen.find(t->str());
   if (found == aa.fahrtrichtungen.end())
     throw Error(t, std::string("Unbekannte Fahrtrichtung ") + t->str() + " in Außenanlage "_cp1252 +

@@ -80,7 +80,7 @@ std::int8_t readLenkziffer(Token const*& cursor) {
 
 }  // namespace
 
-void readModifikator(FplEintrag& eintrag, Token const*& cursor) {
+void fplc::detail::readModifikator(FplEintrag& eintrag, Token const*& cursor) {
   Token const* t = cursor;
   std::string const& keyword = t->str();
   if (keyword == "WENDE") {

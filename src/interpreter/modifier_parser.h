@@ -9,4 +9,11 @@
 // stand on the keyword's line (the category, the line number) are read only there;
 // the other required values are the tokens that follow, on whatever line. An
 // unknown keyword is "Syntaxfehler: Undefinierter Auftrag.".
+namespace fplc::detail {
+
 void readModifikator(FplEintrag& eintrag, Token const*& cursor);
+
+}  // namespace fplc::detail
+
+// The library's own sources name these unqualified.
+using fplc::detail::readModifikator;

@@ -22,11 +22,11 @@ Zug& Fahrplandefinition::createZug(Token const* cmd, std::int32_t nummer,
   return zug;
 }
 
-Token const* tokenOnLine(Token const* t, std::uint32_t line) {
+Token const* fplc::detail::tokenOnLine(Token const* t, std::uint32_t line) {
   return t && t->line() == line ? t : nullptr;
 }
 
-Token const* readZugGattung(Token const* name, std::string& gattung) {
+Token const* fplc::detail::readZugGattung(Token const* name, std::string& gattung) {
   gattung = name->str();
   Token const* bar = name->next();
   if (!bar || bar->str() != "|") return name;
@@ -38,7 +38,7 @@ Token const* readZugGattung(Token const* name, std::string& gattung) {
   return betrieblich;
 }
 
-long long startFuerAnkunft(long long ankunft, Zuglauf const* run) {
+long long fplc::detail::startFuerAnkunft(long long ankunft, Zuglauf const* run) {
   long long ziel = run ? run->getZielzeit() : keineZeit;
   return ziel == keineZeit ? ankunft : fplc::detail::zeitMinus(ankunft, ziel);
 }

@@ -48,25 +48,25 @@ std::string nummerText(Zug const& zug) {
 
 }  // namespace
 
-bool setzeFolgeRegel(std::vector<FplEintrag>& eintraege, std::string const& regel) {
+bool fplc::detail::setzeFolgeRegel(std::vector<FplEintrag>& eintraege, std::string const& regel) {
   FplEintrag* e = ziel(eintraege);
   if (e) e->folge = regel;
   return e;
 }
 
-bool uebertrageAmZiel(std::vector<FplEintrag>& eintraege, FplEintrag const& auftrag) {
+bool fplc::detail::uebertrageAmZiel(std::vector<FplEintrag>& eintraege, FplEintrag const& auftrag) {
   FplEintrag* e = ziel(eintraege);
   if (e) uebertrage(*e, auftrag);
   return e;
 }
 
-bool uebertrageAmHalt(std::vector<FplEintrag>& eintraege, std::string const& kuerzel,
-                      std::string const& gleis, FplEintrag const& auftrag) {
+bool fplc::detail::uebertrageAmHalt(std::vector<FplEintrag>& eintraege, std::string const& kuerzel,
+                                    std::string const& gleis, FplEintrag const& auftrag) {
   return anHalten(eintraege, kuerzel, gleis, [&](FplEintrag& e) { uebertrage(e, auftrag); });
 }
 
-bool wechsleGleis(std::vector<FplEintrag>& eintraege, std::string const& kuerzel,
-                  std::string const& gleis, std::string const& neu) {
+bool fplc::detail::wechsleGleis(std::vector<FplEintrag>& eintraege, std::string const& kuerzel,
+                                std::string const& gleis, std::string const& neu) {
   return anHalten(eintraege, kuerzel, gleis, [&](FplEintrag& e) { e.gleis = neu; });
 }
 

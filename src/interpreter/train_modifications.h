@@ -37,6 +37,8 @@ struct Fahrplandefinition::Modifikation {
 // Each returns false when no entry of `eintraege` fits, and then changes nothing.
 
 // The successor rule at the destination (an end stop as the last entry).
+namespace fplc::detail {
+
 bool setzeFolgeRegel(std::vector<FplEintrag>& eintraege, std::string const& regel);
 // What the entry modifiers set, at the destination.
 bool uebertrageAmZiel(std::vector<FplEintrag>& eintraege, FplEintrag const& auftrag);
@@ -48,3 +50,11 @@ bool uebertrageAmHalt(std::vector<FplEintrag>& eintraege, std::string const& kue
 // track `gleis`.
 bool wechsleGleis(std::vector<FplEintrag>& eintraege, std::string const& kuerzel,
                   std::string const& gleis, std::string const& neu);
+
+}  // namespace fplc::detail
+
+// The library's own sources name these unqualified.
+using fplc::detail::setzeFolgeRegel;
+using fplc::detail::uebertrageAmHalt;
+using fplc::detail::uebertrageAmZiel;
+using fplc::detail::wechsleGleis;

@@ -6,12 +6,13 @@
 #include <unordered_map>
 #include <vector>
 
-#include "model/betriebsstelle.h"
+#include "../export.h"
+#include "betriebsstelle.h"
 
 class Token;
 struct Error;
 
-struct Aussenanlage {
+struct FPLC_API Aussenanlage {
   // A direction through which trains enter or leave the layout.
   struct Fahrtrichtung {
     std::vector<int> anschluesse;  // ids of the layout's connections

@@ -3,7 +3,9 @@
 #include <cstdint>
 #include <string>
 
-struct Betriebsstelle {
+#include "../export.h"
+
+struct FPLC_API Betriebsstelle {
   std::string ds100;  // abbreviation; the key of the definition's table
   std::string name;   // long name; stop entries and segments store this text
   std::uint8_t fplcat =

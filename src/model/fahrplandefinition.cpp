@@ -1,4 +1,5 @@
 #include "model/fahrplandefinition.h"
+#include "model/hash_maps.h"
 
 #include <string>
 

@@ -12,24 +12,25 @@
 #include <utility>
 #include <vector>
 
-#include "days/verkehrstag.h"
-#include "model/aussenanlage.h"
-#include "model/betriebsstelle.h"
-#include "model/fpl_eintrag.h"
-#include "model/fzg.h"
-#include "model/reihung.h"
-#include "model/strecke.h"
-#include "model/zug.h"
-#include "model/zuglauf.h"
-#include "tokenizer/error.h"
-#include "tokenizer/token.h"
-#include "tokenizer/token_list.h"
+#include "../days/verkehrstag.h"
+#include "../export.h"
+#include "../tokenizer/error.h"
+#include "../tokenizer/token.h"
+#include "../tokenizer/token_list.h"
+#include "aussenanlage.h"
+#include "betriebsstelle.h"
+#include "fpl_eintrag.h"
+#include "fzg.h"
+#include "reihung.h"
+#include "strecke.h"
+#include "zug.h"
+#include "zuglauf.h"
 
 namespace tinyxml2 {
 class XMLDocument;
 }
 
-class Fahrplandefinition {
+class FPLC_API Fahrplandefinition {
  public:
   // One timetable file that OUT formed, and whether saving it succeeded.
   struct Ausgabe {
@@ -260,10 +261,3 @@ class Fahrplandefinition {
   unsigned dateiTiefe = 0;  // nesting depth of DAT includes being executed
   DefinitionsQuelle definitionsQuelle;
 };
-
-// Hash maps of the definition start with 8 buckets and a maximum load factor of 1.0.
-template <typename Map>
-void initHashMap(Map& map) {
-  map.rehash(8);
-  map.max_load_factor(1.0f);
-}

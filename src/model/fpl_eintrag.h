@@ -3,9 +3,10 @@
 #include <cstdint>
 #include <string>
 
-#include "tokenizer/token.h"
+#include "../export.h"
+#include "../tokenizer/token.h"
 
-struct FplEintrag {
+struct FPLC_API FplEintrag {
   enum Typ : std::uint8_t { Halt = 0, Einfahrt = 1, Ausfahrt = 2, Start = 3, Ziel = 4 };
 
   std::uint8_t typ = Halt;

@@ -4,10 +4,12 @@
 #include <unordered_map>
 #include <vector>
 
+#include "../export.h"
+
 class Token;
 struct Error;
 
-struct Fzg {
+struct FPLC_API Fzg {
   std::string name;
   int vmax = 0;
   int masse = 0;
@@ -17,7 +19,7 @@ struct Fzg {
   bool passengerCar = false;
 };
 
-struct FzgLib {
+struct FPLC_API FzgLib {
   int nummer = 0;     // written as the id of the output element "bibliothek"
   std::string datei;  // the path as written in the definition; expanded when read
   std::unordered_map<int, Fzg> fahrzeuge{8};

@@ -4,7 +4,9 @@
 #include <string>
 #include <vector>
 
-struct Reihung {
+#include "../export.h"
+
+struct FPLC_API Reihung {
   struct Platz {
     std::string fzg;     // the vehicle's name
     int bibliothek = 0;  // library number

@@ -6,10 +6,12 @@
 #include <string>
 #include <vector>
 
+#include "../export.h"
+
 struct Betriebsstelle;
 class Token;
 
-struct Strecke {
+struct FPLC_API Strecke {
   // One place along the line, in the order the author listed them.
   struct Punkt {
     // What the line's entry says about the place; the operating point itself keeps

@@ -4,11 +4,12 @@
 #include <list>
 #include <string>
 
-#include "days/verkehrstag.h"
-#include "model/reihung.h"
-#include "model/zuglauf.h"
+#include "../days/verkehrstag.h"
+#include "../export.h"
+#include "reihung.h"
+#include "zuglauf.h"
 
-struct Zug {
+struct FPLC_API Zug {
   std::string gattung;  // category; may be public and operational joined by "|"
   std::string liniennummer;
   std::string verspaetungsmodell;

@@ -3,9 +3,10 @@
 #include <string>
 #include <vector>
 
-#include "model/fpl_eintrag.h"
+#include "../export.h"
+#include "fpl_eintrag.h"
 
-struct Zuglauf {
+struct FPLC_API Zuglauf {
   std::vector<FplEintrag> eintraege;  // in running order
   std::string name;
   int id = 0;                    // serial number from 1 in order of definition
@@ -20,7 +21,7 @@ struct Zuglauf {
   long long getZielzeit() const;
 };
 
-struct Zuglaufsegment {
+struct FPLC_API Zuglaufsegment {
   std::vector<FplEintrag> eintraege;  // kinds 1 and 2 only, without times
   std::string start;                  // name of the start point
   std::string vzg;                    // route-book number; empty when none

@@ -3,6 +3,7 @@
 
 #include <string>
 
+#include "external/install_path.h"
 #include "external/installation.h"
 #include "model/fahrplandefinition.h"
 #include "tokenizer/cp1252.h"

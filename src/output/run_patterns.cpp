@@ -134,7 +134,7 @@ std::string schluessel(std::vector<MusterEintrag> const& eintraege) {
 
 }  // namespace
 
-Laufbild bildeLaufbild(Aussenanlage const& aa, Zuglauf const& lauf) {
+Laufbild fplc::detail::bildeLaufbild(Aussenanlage const& aa, Zuglauf const& lauf) {
   Laufbild bild;
   std::string ersterBahnhof;
   bool stoppGefunden = false;
@@ -160,8 +160,9 @@ Laufbild bildeLaufbild(Aussenanlage const& aa, Zuglauf const& lauf) {
   return bild;
 }
 
-Zuglauftemplates bildeZuglauftemplates(Aussenanlage const& aa, std::list<Zuglauf> const& zl,
-                                       std::list<Zug> const& zuege) {
+Zuglauftemplates fplc::detail::bildeZuglauftemplates(Aussenanlage const& aa,
+                                                     std::list<Zuglauf> const& zl,
+                                                     std::list<Zug> const& zuege) {
   std::unordered_set<Zuglauf const*> benutzt;
   for (Zug const& z : zuege)
     if (z.zuglauf) benutzt.insert(z.zuglauf);

@@ -14,6 +14,8 @@
 
 // One attribute of an entry element. Times are kept relative to the run's
 // reference time, so that runs with the same spacing compare equal.
+namespace fplc::detail {
+
 struct MusterAttribut {
   char const* name = nullptr;
   std::string text;    // the value of an attribute that is not a time
@@ -70,3 +72,15 @@ Laufbild bildeLaufbild(Aussenanlage const& aa, Zuglauf const& lauf);
 // runs without a written entry in the layout get none.
 Zuglauftemplates bildeZuglauftemplates(Aussenanlage const& aa, std::list<Zuglauf> const& zl,
                                        std::list<Zug> const& zuege);
+
+}  // namespace fplc::detail
+
+// The library's own sources name these unqualified.
+using fplc::detail::bildeLaufbild;
+using fplc::detail::bildeZuglauftemplates;
+using fplc::detail::Laufbild;
+using fplc::detail::LaufImTemplate;
+using fplc::detail::MusterAttribut;
+using fplc::detail::MusterEintrag;
+using fplc::detail::Zuglauftemplate;
+using fplc::detail::Zuglauftemplates;

@@ -7,22 +7,22 @@
 
 #include "tokenizer/std_conversions.h"
 
-long long folgeZugnummer(Zug const& zug) {
+long long fplc::detail::folgeZugnummer(Zug const& zug) {
   std::string const& folge = zug.zuglauf->eintraege.back().folge;
   long long wert = toInt(folge);
   if (!folge.empty() && std::isdigit(static_cast<unsigned char>(folge.front()))) return wert;
   return zug.nummer + wert;
 }
 
-long long abfahrtAmStart(Zug const& zug) {
+long long fplc::detail::abfahrtAmStart(Zug const& zug) {
   return zug.zuglauf->eintraege.front().ab + zug.reftime;
 }
 
-bool faehrtAm(Zug const& zug, char tag) {
+bool fplc::detail::faehrtAm(Zug const& zug, char tag) {
   return zug.verkehrstag && zug.verkehrstag->MatchWochentag(tag);
 }
 
-bool faehrtAmTagDanach(Zug const& zug, char tag) {
+bool fplc::detail::faehrtAmTagDanach(Zug const& zug, char tag) {
   return zug.verkehrstag && zug.verkehrstag->MatchWochentagDanach(tag);
 }
 

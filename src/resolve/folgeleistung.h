@@ -6,6 +6,8 @@
 #include "model/zug.h"
 
 // Seconds in one day of operation.
+namespace fplc::detail {
+
 inline constexpr long long kSekundenProTag = 86400;
 // The distance a successor search starts with; only closer successors count.
 inline constexpr long long kKeinAbstand = 2147483647;
@@ -48,3 +50,14 @@ Zug const* naechsterFolgezug(std::list<Zug> const& zuege, long long ankunft, cha
   }
   return gefunden;
 }
+
+}  // namespace fplc::detail
+
+// The library's own sources name these unqualified.
+using fplc::detail::abfahrtAmStart;
+using fplc::detail::faehrtAm;
+using fplc::detail::faehrtAmTagDanach;
+using fplc::detail::folgeZugnummer;
+using fplc::detail::kKeinAbstand;
+using fplc::detail::kSekundenProTag;
+using fplc::detail::naechsterFolgezug;

@@ -10,6 +10,7 @@
 #include <utility>
 #include <vector>
 
+#include "days/weekday_list.h"
 #include "model/fahrplandefinition.h"
 #include "resolve/folgeleistung.h"
 #include "tokenizer/cp1252.h"

@@ -1,6 +1,6 @@
 #include "tokenizer/cp1252.h"
 
-namespace cp1252 {
+namespace fplc::cp1252 {
 namespace {
 
 // Length of the valid UTF-8 multi-byte sequence at `pos`, or 0 when there is none.
@@ -60,4 +60,4 @@ std::string toUtf8(std::string_view text) {
   return out;
 }
 
-}  // namespace cp1252
+}  // namespace fplc::cp1252

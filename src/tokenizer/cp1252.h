@@ -7,7 +7,7 @@
 #include <string>
 #include <string_view>
 
-namespace cp1252 {
+namespace fplc::cp1252 {
 
 template <std::size_t N>
 struct Bytes {
@@ -82,7 +82,9 @@ inline constexpr auto kConverted = convert<Chars...>();
 // Windows-1252.
 std::string toUtf8(std::string_view text);
 
-}  // namespace cp1252
+}  // namespace fplc::cp1252
+
+namespace cp1252 = fplc::cp1252;
 
 // `"Zu viele schließende Klammern."_cp1252` is the message in Windows-1252 bytes.
 // The character-pack form of a literal operator template is a GNU extension that
@@ -92,7 +94,7 @@ std::string toUtf8(std::string_view text);
 #pragma clang diagnostic ignored "-Wgnu-string-literal-operator-template"
 #endif
 template <typename Char, Char... Chars>
-constexpr char const* operator""_cp1252() {
+consteval char const* operator""_cp1252() {
   static_assert(sizeof(Char) == 1, "Windows-1252 literals are written as plain narrow strings");
   return cp1252::kConverted<static_cast<char>(Chars)...>.data;
 }

@@ -3,9 +3,11 @@
 // concerns. Fatal faults are thrown by value; warnings are collected in order.
 #include <string>
 
+#include "../export.h"
+
 class Token;
 
-struct Error {
+struct FPLC_API Error {
   std::string message;  // complete German text, Windows-1252
   Token const* token;   // not owned; valid while the definition keeps its token lists
 

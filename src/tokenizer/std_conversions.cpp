@@ -16,14 +16,14 @@ auto convertWithTexts(Convert convert, char const* invalidText, char const* rang
 
 }  // namespace
 
-int toInt(std::string const& text) {
+int fplc::detail::toInt(std::string const& text) {
   return convertWithTexts([&] { return std::stoi(text); }, "invalid stoi argument",
                           "stoi argument out of range");
 }
 
 // Definition files come from a platform whose unsigned long has 32 bits: values
 // beyond that range are out of range, and a negated value wraps within 32 bits.
-unsigned long toULong(std::string const& text) {
+unsigned long fplc::detail::toULong(std::string const& text) {
   return convertWithTexts(
       [&] {
         unsigned long long value = std::stoull(text);
@@ -36,11 +36,11 @@ unsigned long toULong(std::string const& text) {
       "invalid stoul argument", "stoul argument out of range");
 }
 
-unsigned long long toULongLong(std::string const& text) {
+unsigned long long fplc::detail::toULongLong(std::string const& text) {
   return convertWithTexts([&] { return std::stoull(text); }, "invalid stoull argument",
                           "stoull argument out of range");
 }
 
-void throwUnknownKey() {
+void fplc::detail::throwUnknownKey() {
   throw std::out_of_range("invalid unordered_map<K, T> key");
 }

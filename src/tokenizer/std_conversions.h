@@ -8,6 +8,8 @@
 #include <stdexcept>
 #include <string>
 
+namespace fplc::detail {
+
 int toInt(std::string const& text);
 unsigned long toULong(std::string const& text);
 unsigned long long toULongLong(std::string const& text);
@@ -20,3 +22,12 @@ auto& mapAt(Map& map, Key const& key) {
   if (it == map.end()) throwUnknownKey();
   return it->second;
 }
+
+}  // namespace fplc::detail
+
+// The library's own sources name these unqualified.
+using fplc::detail::mapAt;
+using fplc::detail::throwUnknownKey;
+using fplc::detail::toInt;
+using fplc::detail::toULong;
+using fplc::detail::toULongLong;

@@ -5,13 +5,15 @@
 #include <cstdint>
 #include <string>
 
+#include "../export.h"
+
 class TokenList;
 
 // The value that means "no time", in tokens, timetable entries and results alike.
 // It is a 32-bit all-ones pattern widened to 64 bits, not -1.
 inline constexpr long long keineZeit = 4294967295LL;
 
-class Token {
+class FPLC_API Token {
  public:
   enum Type : std::uint8_t { Number = 0, Name = 1, HardcodedName = 2, Time = 3, Other = 4 };
 

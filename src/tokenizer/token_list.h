@@ -4,9 +4,10 @@
 #include <iosfwd>
 #include <string>
 
-#include "tokenizer/token.h"
+#include "../export.h"
+#include "token.h"
 
-class TokenList {
+class FPLC_API TokenList {
  public:
   TokenList() = default;
   ~TokenList();

@@ -1,4 +1,5 @@
 #include "days/verkehrstag.h"
+#include "days/weekday_list.h"
 
 #include <gtest/gtest.h>
 

@@ -4,6 +4,7 @@
 #include <string>
 #include <tuple>
 
+#include "external/install_path.h"
 #include "external/installation.h"
 #include "support/temp_dir.h"
 
