@@ -2,6 +2,7 @@
 
 #include <charconv>
 
+#include "days/weekday_list.h"
 #include "graph/bildfahrplan.h"
 #include "model/zeit_arithmetik.h"
 #include "model/zug.h"
