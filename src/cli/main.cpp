@@ -1,4 +1,7 @@
 // fplc: the command-line front-end of the timetable compiler.
+#include <unistd.h>
+
+#include <cstdlib>
 #include <fstream>
 #include <iostream>
 #include <string>
@@ -29,14 +32,26 @@ void dropWarningsIfQuiet(Ergebnis& ergebnis, Options const& options) {
   std::erase_if(ergebnis.diagnosen, [](Diagnose const& d) { return !d.fehler; });
 }
 
+// Colour on a terminal, unless NO_COLOR is set; --color decides otherwise.
+bool useColour(Options const& options) {
+  if (options.farbe != Options::Farbe::Auto) return options.farbe == Options::Farbe::Immer;
+  char const* noColor = std::getenv("NO_COLOR");
+  char const* term = std::getenv("TERM");
+  if (noColor && *noColor) return false;
+  if (term && std::string(term) == "dumb") return false;
+  return ::isatty(STDERR_FILENO) == 1;
+}
+
 int compileDefinition(Options const& options, char const* argv0) {
   std::string problem;
   if (!setUpInstallation(options, argv0, problem)) return failWithUsageProblem(problem);
-  std::ifstream in;
-  if (!openDefinition(options.definition, in, problem)) return failWithUsageProblem(problem);
+  std::ifstream file;
+  bool const fromStdin = options.definition == "-";
+  if (!fromStdin && !openDefinition(options.definition, file, problem))
+    return failWithUsageProblem(problem);
 
   Fahrplandefinition fpl;
-  Ergebnis ergebnis = compile(fpl, in, options);
+  Ergebnis ergebnis = compile(fpl, fromStdin ? std::cin : file, options);
   int const status = exitStatusOf(ergebnis, options);
   dropWarningsIfQuiet(ergebnis, options);
 
@@ -44,7 +59,7 @@ int compileDefinition(Options const& options, char const* argv0) {
     writeJsonReport(std::cout, status == exitStatusOk, ergebnis.diagnosen, ergebnis.ausgaben);
     return status;
   }
-  writeTextDiagnostics(std::cerr, ergebnis.diagnosen);
+  writeTextDiagnostics(std::cerr, ergebnis.diagnosen, TextBericht{useColour(options)});
   if (!options.quiet && !ergebnis.abgebrochen) writeWrittenFiles(std::cout, ergebnis.ausgaben);
   return status;
 }

@@ -3,14 +3,19 @@
 // how far to go. fplc fills it from its command line, the other front-ends from
 // their own settings.
 #include <optional>
+#include <set>
 #include <string>
 
 struct Options {
-  std::string definition;           // the definition file, exactly as typed
-  std::optional<std::string> root;  // --root: the installation root
-  bool check = false;               // --check: OUT writes nothing
-  bool noValidate = false;          // --no-validate
-  bool json = false;                // --json: the report as JSON on stdout
-  bool werror = false;              // --werror: warnings make the run fail
-  bool quiet = false;               // --quiet: errors only
+  std::string definition;                // the definition file, exactly as typed
+  std::optional<std::string> root;       // --root: the installation root
+  bool check = false;                    // --check: OUT writes nothing
+  bool noValidate = false;               // --no-validate
+  bool json = false;                     // --json: the report as JSON on stdout
+  bool werror = false;                   // --werror: warnings make the run fail
+  bool quiet = false;                    // --quiet: errors only
+  bool lint = true;                      // --no-lint: none of the front-end's checks
+  std::set<std::string> ohnePruefungen;  // -Wno-NAME: checks turned off one by one
+  enum class Farbe { Auto, Immer, Nie };
+  Farbe farbe = Farbe::Auto;  // --color=auto|always|never
 };

@@ -47,45 +47,56 @@ TEST_F(Fplc, ReportsDiagnosticsAndTimetableFilesWithExitStatus) {
   tmp.write("sim/inc.fpl", "Quorvel FplDef 1\nXYZ a\n");
   std::string const kopf = "Quorvel FplDef 1\n";
   std::string const redefiniert = kopf + "BTR XA Astadt\nBTR XA Bstadt\n";
-  std::string const warnung = "test.fpl:3: Warnung: Widerspruch: BTR XA redefiniert.\n";
+  std::string const warnung =
+      "test.fpl:3:1: Warnung: Widerspruch: BTR XA redefiniert.\n BTR XA Bstadt\n ^~~\n";
   std::string const out = kopf + "AA A \"/stellwerke/a.stwa\" {\n}\nOUT \"Plan\" ";
   std::string const root = "--root sim ";
+  std::string const ohneLint = "--root sim --no-lint ";  // empty layouts get no train
   struct {
     std::string definition, args, ergebnis;  // the result as fplc() gives it
   } const cases[] = {
       {"Quorvel FplDef x\n", "test.fpl",
-       "1 |  | test.fpl:1: Fehler: Kein gültiger Formatheader vorhanden.\n"},
+       "1 |  | test.fpl:1:1: Fehler: Kein gültiger Formatheader vorhanden.\n"
+       " Quorvel FplDef x\n ^~~~~~~\n1 Fehler.\n"},
       {kopf + "SET Reihung Unbekannt\n", "test.fpl",
-       "1 |  | test.fpl:2: Fehler: invalid unordered_map<K, T> key\n"},
-      {"", "test.fpl", "1 |  | test.fpl: Fehler: Leere Tokenliste.\n"},
+       "1 |  | test.fpl:2:1: Fehler: invalid unordered_map<K, T> key\n SET Reihung Unbekannt\n "
+       "^~~\n"
+       "  Hinweis: Reihung 'Unbekannt' (z. 2, Spalte 13) ist nicht definiert; erwartet wird ein "
+       "RHG Unbekannt vor dieser Zeile.\n1 Fehler.\n"},
+      {"", "test.fpl", "1 |  | test.fpl: Fehler: Leere Tokenliste.\n1 Fehler.\n"},
       {kopf, "--root . test.fpl",
        "2 |  | fplc: \".\" ist kein Installationsverzeichnis: "
        "core/configTemplate/basesettings.xml fehlt.\n"},
       {"", "fehlt.fpl", "2 |  | fplc: Definitionsdatei \"fehlt.fpl\" nicht gefunden.\n"},
       {"", ".", "2 |  | fplc: \".\" ist ein Verzeichnis, keine Definitionsdatei.\n"},
       {kopf + "SET Lenkziffer 1\nSET\n", "./test.fpl",
-       "1 |  | ./test.fpl:3: Fehler: Syntaxfehler: Befehl ohne Argumente.\n"},
+       "1 |  | ./test.fpl:3:1: Fehler: Syntaxfehler: Befehl ohne Argumente.\n SET\n ^~~\n1 "
+       "Fehler.\n"},
       {redefiniert, "-q test.fpl", "0 |  | "},  // errors only
-      {redefiniert, "-q --werror test.fpl", "1 |  | " + warnung},
+      {redefiniert, "-q --werror test.fpl", "1 |  | " + warnung + "1 Warnung.\n"},
       {redefiniert + "DAT \"/inc.fpl\"\n", root + "test.fpl",  // warnings, then the fault
-       "1 |  | " + warnung + "@/sim/inc.fpl:2: Fehler: Unbekanntes Kommando: 'XYZ'.\n"},
+       "1 |  | " + warnung +
+           "@/sim/inc.fpl:2:1: Fehler: Unbekanntes Kommando: 'XYZ'.\n XYZ a\n ^~~\n"
+           "1 Warnung, 1 Fehler.\n"},
       // A check writes nothing, but resolves successors as OUT would; warnings exit with 0.
       {kopf + "BTR XA A\nBTR XB B\nZL L {\nXA . N1 H - 8:00\nXB . N2 H 9:00 - FOLGE ZN *\n}\n"
               "SET Zuglauf L\nZ 1 0:00 Mo\nOUT P \"/n.xml\"\n",
        root + "-n test.fpl",
-       "0 |  | test.fpl:9: Warnung: Folgeleistung für Zug 1 am Mo nicht ermittelbar.\n"},
-      {out + "\"/a.xml\"\n", root + "test.fpl", "0 | @/sim/a.xml\n | "},
-      {out + "\"/fehlt/b.xml\"\n", root + "test.fpl",
+       "0 |  | test.fpl:9:1: Warnung: Folgeleistung für Zug 1 am Mo nicht ermittelbar.\n"
+       " Z 1 0:00 Mo\n ^\n1 Warnung.\n"},
+      {out + "\"/a.xml\"\n", ohneLint + "test.fpl", "0 | @/sim/a.xml\n | "},
+      {out + "\"/fehlt/b.xml\"\n", ohneLint + "test.fpl",
        "1 |  | test.fpl: Fehler: Fahrplandatei \"@/sim/fehlt/b.xml\" konnte nicht geschrieben "
-       "werden.\n"},
-      {out + "\"/a.xml\"\n", root + "--json test.fpl",
+       "werden.\n  Hinweis: Verzeichnis existiert nicht.\n1 Fehler.\n"},
+      {out + "\"/a.xml\"\n", ohneLint + "--json test.fpl",
        R"(0 | {"ok":true,"diagnostics":[],"outputs":[{"path":"@/sim/a.xml","written":true}]})"
        "\n | "},
-      {redefiniert + out.substr(kopf.size()) + "\"/fehlt/b.xml\"\n", root + "--json test.fpl",
+      {redefiniert + out.substr(kopf.size()) + "\"/fehlt/b.xml\"\n", ohneLint + "--json test.fpl",
        R"(1 | {"ok":false,"diagnostics":[)"
-       R"({"severity":"warning","file":"test.fpl","line":3,"message":"Widerspruch: BTR XA redefiniert."},)"
-       R"({"severity":"error","file":"test.fpl","line":null,)"
-       R"("message":"Fahrplandatei \"@/sim/fehlt/b.xml\" konnte nicht geschrieben werden."}],)"
+       R"({"severity":"warning","file":"test.fpl","line":3,"column":1,"message":"Widerspruch: BTR XA redefiniert."},)"
+       R"({"severity":"error","file":"test.fpl","line":null,"column":null,)"
+       R"("message":"Fahrplandatei \"@/sim/fehlt/b.xml\" konnte nicht geschrieben werden.",)"
+       R"("notes":["Verzeichnis existiert nicht."]}],)"
        R"("outputs":[{"path":"@/sim/fehlt/b.xml","written":false}]})"
        "\n | "},
   };
