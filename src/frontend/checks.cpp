@@ -238,12 +238,14 @@ void pruefeFolgeZeile(Fahrplandefinition const& fpl, Befunde& neu) {
   });
 }
 
+}  // namespace
+
 // --- zeit-aus-fehlender-zeit ---
 
-void pruefeFehlendeZeiten(Fahrplandefinition const& fpl, Befunde& neu) {
+void pruefeFehlendeZeiten(std::list<Zuglauf> const& laeufe, std::vector<Befund>& neu) {
   constexpr long long kZehnTage = 10 * 86400LL;
   std::set<std::pair<Token const*, long long>> gemeldet;
-  for (Zuglauf const& lauf : fpl.getZL()) {
+  for (Zuglauf const& lauf : laeufe) {
     for (FplEintrag const& e : lauf.eintraege) {
       for (long long t : {e.an, e.ab}) {
         long long const abstand = t - keineZeit;
@@ -260,6 +262,12 @@ void pruefeFehlendeZeiten(Fahrplandefinition const& fpl, Befunde& neu) {
       }
     }
   }
+}
+
+namespace {
+
+void pruefeFehlendeZeitenImLauf(Fahrplandefinition const& fpl, Befunde& neu) {
+  pruefeFehlendeZeiten(fpl.getZL(), neu);
 }
 
 // --- anlage-ohne-zug ---
@@ -322,9 +330,11 @@ void pruefeUnbenutzteSegmente(Fahrplandefinition const& fpl, Befunde& neu) {
     if (!auf || auf->str() != "{" || !auf->link()) return;
     for (Token const* t = auf->next(); t && t != auf->link(); t = t->next())
       if (eingesetzt.contains(t)) return;
-    neu.push_back(warnung(
-        cmd->next(), "unbenutzt",
-        "Zuglaufsegment " + restDerZeile(cmd->next()) + " wird in keinen Zuglauf eingesetzt."));
+    std::string name;
+    for (Token const* t = cmd->next(); t != auf; t = t->next())
+      name += (name.empty() ? "" : " ") + t->str();
+    neu.push_back(warnung(cmd->next(), "unbenutzt",
+                          "Zuglaufsegment " + name + " wird in keinen Zuglauf eingesetzt."));
   });
 }
 
@@ -338,7 +348,7 @@ constexpr Pruefung kPruefungen[] = {
     {"ignorierte-angaben", false, pruefeIgnorierteAngaben},
     {"vt-naechste-zeile", false, pruefeVtZeile},
     {"folge-naechste-zeile", false, pruefeFolgeZeile},
-    {"zeit-aus-fehlender-zeit", false, pruefeFehlendeZeiten},
+    {"zeit-aus-fehlender-zeit", false, pruefeFehlendeZeitenImLauf},
     {"anlage-ohne-zug", true, pruefeAnlagenOhneZug},
     {"unbenutzt", true, pruefeUnbenutzteNamen},
     {"unbenutzt", true, pruefeUnbenutzteSegmente},

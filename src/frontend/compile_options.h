@@ -7,15 +7,18 @@
 #include <string>
 
 struct Options {
-  std::string definition;                // the definition file, exactly as typed
-  std::optional<std::string> root;       // --root: the installation root
-  bool check = false;                    // --check: OUT writes nothing
-  bool noValidate = false;               // --no-validate
-  bool json = false;                     // --json: the report as JSON on stdout
-  bool werror = false;                   // --werror: warnings make the run fail
-  bool quiet = false;                    // --quiet: errors only
-  bool lint = true;                      // --no-lint: none of the front-end's checks
-  std::set<std::string> ohnePruefungen;  // -Wno-NAME: checks turned off one by one
+  std::string definition;           // the definition file, exactly as typed
+  std::optional<std::string> root;  // --root: the installation root
+  bool check = false;               // --check: OUT writes nothing
+  bool noValidate = false;          // --no-validate
+  bool json = false;                // --json: the report as JSON on stdout
+  bool werror = false;              // --werror: warnings make the run fail
+  bool quiet = false;               // --quiet: errors only
+  // --no-lint: none of the front-end's checks run.
+  bool lint = true;
+  // -Wno-NAME: the checks turned off one by one.
+  std::set<std::string> ohnePruefungen;
+  // --color=auto|always|never: colour in the text report.
   enum class Farbe { Auto, Immer, Nie };
-  Farbe farbe = Farbe::Auto;  // --color=auto|always|never
+  Farbe farbe = Farbe::Auto;
 };
