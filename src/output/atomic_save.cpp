@@ -54,6 +54,15 @@ std::string zielDatei(std::string const& pfad) {
   return fehler ? pfad : ziel.string();
 }
 
+// Removes the temporary file unless it was renamed, also when an exception passes.
+struct TemporaereDatei {
+  std::string pfad;
+  bool umbenannt = false;
+  ~TemporaereDatei() {
+    if (!umbenannt) std::remove(pfad.c_str());
+  }
+};
+
 }  // namespace
 
 int speichereVollstaendig(tinyxml2::XMLDocument const& doc, std::string const& pfad,
@@ -71,7 +80,7 @@ int speichereVollstaendig(tinyxml2::XMLDocument const& doc, std::string const& p
   errno = 0;
   int const fd = ::mkstemp(name.data());
   if (fd < 0) return errno ? errno : EIO;
-  std::string const temporaer(name.data());
+  TemporaereDatei temporaer{name.data()};
   ::fchmod(fd, modusFuer(ziel));
   std::FILE* file = ::fdopen(fd, "w");
   int fehler = 0;
@@ -81,11 +90,11 @@ int speichereVollstaendig(tinyxml2::XMLDocument const& doc, std::string const& p
   } else {
     fehler = schreibeUndSchliesse(doc, file);
   }
-  if (fehler == 0 && vorDemUmbenennen) vorDemUmbenennen(temporaer);
-  if (fehler == 0 && std::rename(temporaer.c_str(), ziel.c_str()) != 0)
-    fehler = errno ? errno : EIO;
-  if (fehler != 0) std::remove(temporaer.c_str());
-  return fehler;
+  if (fehler == 0 && vorDemUmbenennen) vorDemUmbenennen(temporaer.pfad);
+  if (fehler != 0) return fehler;
+  if (std::rename(temporaer.pfad.c_str(), ziel.c_str()) != 0) return errno ? errno : EIO;
+  temporaer.umbenannt = true;
+  return 0;
 }
 
 }  // namespace fplc::detail

@@ -110,6 +110,64 @@ TEST_F(Fplc, ReportsDiagnosticsAndTimetableFilesWithExitStatus) {
   EXPECT_EQ(fplc("--version").substr(0, 9), "0 | fplc ");
 }
 
+// Standard input, the switches of the checks and colour.
+TEST_F(Fplc, ReadsStandardInputAndSwitchesChecksAndColour) {
+  tmp.write("test.fpl", "Quorvel FplDef 1\nSET Linie S 7 8 9\n");
+  std::string const befund =
+      ":2:15: Warnung: Angaben ohne Wirkung: '8 9' wird von SET nicht gelesen. "
+      "[ignorierte-angaben]\n SET Linie S 7 8 9\n               ^\n1 Warnung.\n";
+  struct {
+    std::string args, ergebnis;
+  } const cases[] = {
+      {"- <test.fpl", "0 |  | <stdin>" + befund},
+      {"--color=never test.fpl", "0 |  | test.fpl" + befund},
+      {"--no-lint test.fpl", "0 |  | "},
+      {"-Wno-ignorierte-angaben test.fpl", "0 |  | "},
+      {"-Wno-unbekannt test.fpl",
+       "2 |  | fplc: Unbekannte Prüfung \"unbekannt\"; bekannt sind implizit-tippfehler, "
+       "folgewarnungen, ignorierte-angaben, vt-naechste-zeile, folge-naechste-zeile, "
+       "zeit-aus-fehlender-zeit, anlage-ohne-zug, unbenutzt.\n"},
+      {"--color=always test.fpl",
+       "0 |  | \x1b[1mtest.fpl:2:15: \x1b[0m\x1b[1;35mWarnung: \x1b[0m\x1b[1mAngaben ohne "
+       "Wirkung: '8 9' wird von SET nicht gelesen. [ignorierte-angaben]\x1b[0m\n"
+       " SET Linie S 7 8 9\n               \x1b[1;32m^\x1b[0m\n1 Warnung.\n"},
+  };
+  for (auto const& c : cases)
+    EXPECT_EQ(fplc(c.args), c.ergebnis) << c.args;
+}
+
+// A full disk: the always-full device behind the template, and a file size limit
+// of 0 that makes every write to a file fail, with the previous file intact.
+TEST_F(Fplc, ReportsATimetableFileThatDidNotFitAsNotWritten) {
+  tmp.write("sim/core/configTemplate/basesettings.xml", "<x/>");
+  tmp.write("sim/stellwerke/a.stwa", "<aussenanlage></aussenanlage>");
+  fs::create_symlink("/dev/full", dir + "/sim/voll.xml");
+  std::string const plan = "Quorvel FplDef 1\nAA A \"/stellwerke/a.stwa\" {\n}\nOUT \"Plan\" ";
+  tmp.write("voll.fpl", plan + "\"/voll.xml\"\n");
+  EXPECT_EQ(fplc("--root sim --no-lint voll.fpl"),
+            "1 |  | voll.fpl: Fehler: Fahrplandatei \"@/sim/voll.xml\" konnte nicht geschrieben "
+            "werden.\n  Hinweis: kein Platz mehr auf dem Datenträger.\n1 Fehler.\n");
+
+  tmp.write("sim/a.xml", "ALT");
+  tmp.write("a.fpl", plan + "\"/a.xml\"\n");
+  std::string const begrenzt =
+      "cd '" + dir +
+      "' && { ( trap '' XFSZ; ulimit -f 0; '" FPLC_BINARY
+      "' --root sim --no-lint --json a.fpl; echo \"status $?\" ) | cat; } >aus.txt 2>&1";
+  ASSERT_EQ(std::system(begrenzt.c_str()), 0);
+  EXPECT_EQ(readFile(dir + "/aus.txt"),
+            R"({"ok":false,"diagnostics":[{"severity":"error","file":"a.fpl","line":null,)"
+            R"("column":null,"message":"Fahrplandatei \")" +
+                dir +
+                R"(/sim/a.xml\" konnte nicht geschrieben werden.",)"
+                R"("notes":["Datei zu groß für das Dateisystem."]}],)"
+                R"("outputs":[{"path":")" +
+                dir +
+                R"(/sim/a.xml","written":false}]})"
+                "\nstatus 1\n");
+  EXPECT_EQ(readFile(dir + "/sim/a.xml"), "ALT");
+}
+
 // The example installation that `make run` compiles: no warning, no fault, and
 // one timetable per layout next to the layout file.
 TEST_F(Fplc, CompilesTheExampleInstallationCleanly) {
