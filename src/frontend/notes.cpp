@@ -45,6 +45,8 @@ bool istReihenfolgeWarnung(std::string const& m) {
 void notiereReihenfolge(Zuglauf const& lauf, std::size_t index, Diagnose& d) {
   FplEintrag const& e = lauf.eintraege[index];
   d.notizen.push_back("Zeiten von " + eintragName(e) + ": " + zeitenText(e) + ".");
+  // Departure before arrival concerns the entry alone.
+  if (d.meldung == "Abfahrtszeit vor Ankunftszeit.") return;
   for (std::size_t i = index; i-- > 0;) {
     FplEintrag const& vorher = lauf.eintraege[i];
     if (vorher.an == keineZeit && vorher.ab == keineZeit) continue;
