@@ -1,5 +1,6 @@
 #include "frontend/report.h"
 
+#include <map>
 #include <nlohmann/json.hpp>
 #include <ostream>
 #include <tuple>
@@ -23,10 +24,16 @@ struct Farben {
   char const* aus() const { return an ? "\x1b[0m" : ""; }
 };
 
-bool gleich(Diagnose const& a, Diagnose const& b) {
-  return std::tie(a.fehler, a.datei, a.zeile, a.spalte, a.meldung, a.pruefung, a.notizen) ==
-         std::tie(b.fehler, b.datei, b.zeile, b.spalte, b.meldung, b.pruefung, b.notizen);
+// What makes two findings the same for the text report.
+auto schluessel(Diagnose const& d) {
+  return std::tie(d.fehler, d.datei, d.zeile, d.spalte, d.meldung, d.pruefung, d.notizen);
 }
+
+struct NachSchluessel {
+  bool operator()(Diagnose const* a, Diagnose const* b) const {
+    return schluessel(*a) < schluessel(*b);
+  }
+};
 
 // The source line and, under the token, a caret followed by tildes; tabs before
 // the token are kept so that the caret stands under it.
@@ -91,15 +98,15 @@ void writeTextDiagnostics(std::ostream& err, std::vector<Diagnose> const& diagno
                           TextBericht const& art) {
   Farben const f{art.farbe};
   std::size_t warnungen = 0, fehler = 0;
-  std::vector<bool> gezeigt(diagnosen.size(), false);
-  for (std::size_t i = 0; i < diagnosen.size(); ++i) {
-    (diagnosen[i].fehler ? fehler : warnungen)++;
-    if (gezeigt[i]) continue;
-    unsigned anzahl = 0;
-    for (std::size_t j = i; j < diagnosen.size(); ++j)
-      if (!gezeigt[j] && gleich(diagnosen[i], diagnosen[j])) gezeigt[j] = true, ++anzahl;
-    writeDiagnose(err, diagnosen[i], anzahl, f);
+  // Each finding once, in the order of its first occurrence, with its count.
+  std::map<Diagnose const*, unsigned, NachSchluessel> anzahl;
+  std::vector<Diagnose const*> reihenfolge;
+  for (Diagnose const& d : diagnosen) {
+    (d.fehler ? fehler : warnungen)++;
+    if (anzahl[&d]++ == 0) reihenfolge.push_back(&d);
   }
+  for (Diagnose const* d : reihenfolge)
+    writeDiagnose(err, *d, anzahl[d], f);
   if (warnungen == 0 && fehler == 0) return;
   std::string zaehlung;
   if (warnungen) zaehlung = anzahlText(warnungen, "Warnung", "Warnungen");
