@@ -111,11 +111,44 @@ bool istZeitWarnung(std::string const& m) {
   return m.find("zeit") != std::string::npos || m.find("Zeit") != std::string::npos;
 }
 
-// A train warning belongs to the block when the train runs that block's run.
-bool zugDesBlocks(Fahrplandefinition const& fpl, Token const* t, Block const& block) {
-  for (Zug const& zug : fpl.getZuege())
-    if (zug.token == t && zug.zuglauf && zug.zuglauf->token == block.auf) return true;
+// The run a train command uses: one named on its line, else the last
+// "SET Zuglauf NAME" before it.
+bool nenntLauf(Token const* cmd, std::string const& lauf) {
+  for (Token const* t = cmd->next(); aufZeile(t, cmd->line()); t = t->next())
+    if (t->str() == lauf) return true;
+  for (Token const* t = cmd->prev(); t; t = t->prev())
+    if (t->str() == "Zuglauf" && t->prev() && t->prev()->str() == "SET" && aufNeuerZeile(t->prev()))
+      return t->strAt(1) == lauf;
   return false;
+}
+
+// A train warning belongs to the block when the train runs that block's run or
+// a copy of it (copies keep the entries' tokens), or ran it before the search
+// for its successor took the run away.
+bool zugDesBlocks(Fahrplandefinition const& fpl, Token const* t, Block const& block) {
+  if (!t) return false;
+  for (Zug const& zug : fpl.getZuege()) {
+    if (zug.token != t || !zug.zuglauf) continue;
+    for (FplEintrag const& e : zug.zuglauf->eintraege)
+      if (block.enthaelt(e.token)) return true;
+  }
+  Token const* name = block.auf->prev();
+  bool const benannterLauf = name && name->prev() && name->prev()->str() == "ZL";
+  return benannterLauf && (t->str() == "Z" || t->str() == "TZ") && nenntLauf(t, name->str());
+}
+
+// The folded warnings as one note: how many, on which lines, the first of them.
+std::string folgeNotiz(std::vector<Befund const*> const& folgen) {
+  std::set<std::uint32_t> zeilen;
+  for (Befund const* b : folgen)
+    zeilen.insert(b->token->line());
+  std::string liste;
+  for (std::uint32_t z : zeilen)
+    liste += (liste.empty() ? "" : ", ") + std::to_string(z);
+  std::string const anzahl =
+      folgen.size() == 1 ? "1 Folgewarnung" : std::to_string(folgen.size()) + " Folgewarnungen";
+  return anzahl + " (z. " + liste + "), zuerst: " + folgen.front()->diagnose.meldung +
+         " -Wno-folgewarnungen zeigt sie einzeln.";
 }
 
 void faltePruefung(Fahrplandefinition const& fpl, Befunde& befunde,
@@ -124,21 +157,17 @@ void faltePruefung(Fahrplandefinition const& fpl, Befunde& befunde,
   for (std::size_t u : ursachen) {
     std::optional<Block> block = blockUm(befunde[u].token);
     if (!block || gefaltet[u]) continue;
-    std::map<std::string, unsigned> anzahl;
-    std::vector<std::string> reihenfolge;
+    std::vector<Befund const*> folgen;
     for (std::size_t i = u + 1; i < befunde.size(); ++i) {
       Befund const& b = befunde[i];
-      if (gefaltet[i] || !b.diagnose.pruefung.empty() || !implizitName(b).empty() ||
+      if (gefaltet[i] || !b.token || !b.diagnose.pruefung.empty() || !implizitName(b).empty() ||
           b.diagnose.fehler || istZeitWarnung(b.diagnose.meldung))
         continue;
       if (!block->enthaelt(b.token) && !zugDesBlocks(fpl, b.token, *block)) continue;
       gefaltet[i] = true;
-      std::string const notiz = "Folgewarnung (" + ortText(b.token) + "): " + b.diagnose.meldung;
-      if (anzahl[notiz]++ == 0) reihenfolge.push_back(notiz);
+      folgen.push_back(&b);
     }
-    for (std::string const& n : reihenfolge)
-      befunde[u].diagnose.notizen.push_back(
-          anzahl[n] > 1 ? n + " (" + std::to_string(anzahl[n]) + "-mal)" : n);
+    if (!folgen.empty()) befunde[u].diagnose.notizen.push_back(folgeNotiz(folgen));
   }
   std::size_t i = 0;
   std::erase_if(befunde, [&](Befund const&) { return gefaltet[i++]; });

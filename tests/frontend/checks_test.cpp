@@ -83,11 +83,14 @@ TEST_F(ChecksTest, EachCheckFindsItsCaseAndOnlyThat) {
       // folgewarnungen: knock-ons of a typo fold under it; of a far name they stay
       {"knock-on warnings folded",
        zweiPunkte + bergheide +
-           "ZL L {\nXA . N1 H - 0:00\n<- Bergheide . Ahlbach 0:10\nXBJ . P1 H 0:25 -\n}\n"
-           "Z 1 (8:00 L) Mo\n",
-       "9:1 Betriebsstelle XBJ implizit generiert. | Folgewarnung (z. 9, Spalte 1): Zug verlässt "
-       "Außenanlage 'Bergheide' nicht mehr.\n"
-       "9:1 [implizit-tippfehler] Betriebsstelle XBJ ist nicht deklariert: meinten Sie XBH?\n",
+           "ZL L {\nXA . N1 H - 0:00\n<- Bergheide . Ahlbach 0:10\nXBJ . P1 H 0:25 - FOLGE ZN "
+           "*\n}\n"
+           "SET Zuglauf L\nTZ 1 3 2 8:00 1:00 Mo\nOUT P \"x.xml\"\n",
+       "9:1 Betriebsstelle XBJ implizit generiert. | 3 Folgewarnungen (z. 9, 12), zuerst: "
+       "Folgeleistung für Zug 1 am Mo nicht ermittelbar. -Wno-folgewarnungen zeigt sie einzeln.\n"
+       "9:1 [implizit-tippfehler] Betriebsstelle XBJ ist nicht deklariert: meinten Sie XBH?\n"
+       "4:4 [anlage-ohne-zug] Außenanlage Bergheide bekommt in keinem OUT einen Zug: ihr Fahrplan "
+       "bleibt leer.\n",
        false},
       {"knock-on warnings of a far name stay",
        zweiPunkte + bergheide +

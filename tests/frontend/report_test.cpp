@@ -76,13 +76,13 @@ TEST_F(ReportTest, TextAndJsonReportsPointAtTheTokenAndExplain) {
        R"(t.fpl:9:1: Warnung: Betriebsstelle XBJ implizit generiert.
  XBJ . P1 H 0:25 -
  ^~~
-  Hinweis: Folgewarnung (z. 9, Spalte 1): Zug verlässt Außenanlage 'Bergheide' nicht mehr.
+  Hinweis: 1 Folgewarnung (z. 9), zuerst: Zug verlässt Außenanlage 'Bergheide' nicht mehr. -Wno-folgewarnungen zeigt sie einzeln.
 t.fpl:9:1: Warnung: Betriebsstelle XBJ ist nicht deklariert: meinten Sie XBH? [implizit-tippfehler]
  XBJ . P1 H 0:25 -
  ^~~
 2 Warnungen.
 )",
-       R"({"ok":true,"diagnostics":[{"severity":"warning","file":"t.fpl","line":9,"column":1,"message":"Betriebsstelle XBJ implizit generiert.","notes":["Folgewarnung (z. 9, Spalte 1): Zug verlässt Außenanlage 'Bergheide' nicht mehr."]},{"severity":"warning","file":"t.fpl","line":9,"column":1,"message":"Betriebsstelle XBJ ist nicht deklariert: meinten Sie XBH?","check":"implizit-tippfehler"}],"outputs":[]}
+       R"({"ok":true,"diagnostics":[{"severity":"warning","file":"t.fpl","line":9,"column":1,"message":"Betriebsstelle XBJ implizit generiert.","notes":["1 Folgewarnung (z. 9), zuerst: Zug verlässt Außenanlage 'Bergheide' nicht mehr. -Wno-folgewarnungen zeigt sie einzeln."]},{"severity":"warning","file":"t.fpl","line":9,"column":1,"message":"Betriebsstelle XBJ ist nicht deklariert: meinten Sie XBH?","check":"implizit-tippfehler"}],"outputs":[]}
 )"},
       {"ignored tokens", kopf + "SET Linie S 7 8 9\n", true,
        R"(t.fpl:2:15: Warnung: Angaben ohne Wirkung: '8 9' wird von SET nicht gelesen. [ignorierte-angaben]
