@@ -26,6 +26,6 @@ std::size_t editierAbstand(std::string const& a, std::string const& b, std::size
 
 // The candidate nearest to `name` within two edits, other than `name` itself;
 // empty when there is none. Ties go to the first in sorted order.
-std::string aehnlichsterName(std::string const& name, std::vector<std::string> kandidaten);
+std::string aehnlichsterName(std::string const& name, std::vector<std::string> const& kandidaten);
 
 }  // namespace fplc::detail

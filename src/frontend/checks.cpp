@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <functional>
 #include <map>
+#include <unordered_map>
 
 #include "frontend/notes.h"
 #include "output/run_patterns.h"
@@ -53,35 +54,41 @@ std::string implizitName(Befund const& b) {
 
 // --- implizit-tippfehler ---
 
-std::string tippfehlerKandidat(Fahrplandefinition const& fpl, std::set<std::string> const& implizit,
-                               std::string const& name) {
+// Declared points and the stations of loaded layouts, sorted.
+std::vector<std::string> bekanntePunkte(Fahrplandefinition const& fpl,
+                                        std::set<std::string> const& implizit) {
   std::vector<std::string> bekannte;
   for (auto const& [ds100, bs] : fpl.getBTR())
     if (!implizit.contains(ds100)) bekannte.push_back(ds100);
   for (Aussenanlage const& aa : fpl.getAussenanlagen())
     for (auto const& [station, info] : aa.betriebsstellen)
       bekannte.push_back(station);
-  return aehnlichsterName(name, bekannte);
+  std::sort(bekannte.begin(), bekannte.end());
+  return bekannte;
 }
 
-// The inserted finding stands right after the library's warning.
+// Each finding stands right after the library's warning; returns the indexes of
+// those warnings in the new order.
 std::set<std::size_t> pruefeTippfehler(Fahrplandefinition const& fpl, Befunde& befunde) {
   std::set<std::string> implizit;
   for (Befund const& b : befunde)
     if (std::string n = implizitName(b); !n.empty()) implizit.insert(n);
+  if (implizit.empty()) return {};
+  std::vector<std::string> const bekannte = bekanntePunkte(fpl, implizit);
   std::set<std::size_t> ursachen;
-  for (std::size_t i = 0; i < befunde.size(); ++i) {
-    std::string const name = implizitName(befunde[i]);
+  Befunde neu;
+  for (Befund& b : befunde) {
+    std::string const name = implizitName(b);
+    neu.push_back(std::move(b));
     if (name.empty()) continue;
-    std::string const kandidat = tippfehlerKandidat(fpl, implizit, name);
+    std::string const kandidat = aehnlichsterName(name, bekannte);
     if (kandidat.empty()) continue;
-    ursachen.insert(i);
-    befunde.insert(
-        befunde.begin() + i + 1,
-        warnung(befunde[i].token, "implizit-tippfehler",
+    ursachen.insert(neu.size() - 1);
+    neu.push_back(
+        warnung(neu.back().token, "implizit-tippfehler",
                 "Betriebsstelle " + name + " ist nicht deklariert: meinten Sie " + kandidat + "?"));
-    ++i;
   }
+  befunde = std::move(neu);
   return ursachen;
 }
 
@@ -111,31 +118,52 @@ bool istZeitWarnung(std::string const& m) {
   return m.find("zeit") != std::string::npos || m.find("Zeit") != std::string::npos;
 }
 
-// The run a train command uses: one named on its line, else the last
-// "SET Zuglauf NAME" before it.
-bool nenntLauf(Token const* cmd, std::string const& lauf) {
-  for (Token const* t = cmd->next(); aufZeile(t, cmd->line()); t = t->next())
-    if (t->str() == lauf) return true;
-  for (Token const* t = cmd->prev(); t; t = t->prev())
-    if (t->str() == "Zuglauf" && t->prev() && t->prev()->str() == "SET" && aufNeuerZeile(t->prev()))
-      return t->strAt(1) == lauf;
-  return false;
-}
-
-// A train warning belongs to the block when the train runs that block's run or
-// a copy of it (copies keep the entries' tokens), or ran it before the search
-// for its successor took the run away.
-bool zugDesBlocks(Fahrplandefinition const& fpl, Token const* t, Block const& block) {
-  if (!t) return false;
-  for (Zug const& zug : fpl.getZuege()) {
-    if (zug.token != t || !zug.zuglauf) continue;
-    for (FplEintrag const& e : zug.zuglauf->eintraege)
-      if (block.enthaelt(e.token)) return true;
+// Trains by the token of the command that made them, and the run a train
+// command uses (one named on its line, else the last "SET Zuglauf NAME" before
+// it), looked up once per command.
+class ZugVerzeichnis {
+ public:
+  explicit ZugVerzeichnis(Fahrplandefinition const& fpl) {
+    for (Zug const& zug : fpl.getZuege())
+      nachToken.emplace(zug.token, &zug);
   }
-  Token const* name = block.auf->prev();
-  bool const benannterLauf = name && name->prev() && name->prev()->str() == "ZL";
-  return benannterLauf && (t->str() == "Z" || t->str() == "TZ") && nenntLauf(t, name->str());
-}
+
+  // Whether a train made at `cmd` runs the block's run or a copy of it (copies
+  // keep the entries' tokens), or ran it before the search for its successor
+  // took the run away.
+  bool faehrtBlock(Token const* cmd, Block const& block) {
+    auto [von, bis] = nachToken.equal_range(cmd);
+    for (auto it = von; it != bis; ++it) {
+      Zuglauf const* lauf = it->second->zuglauf;
+      if (!lauf) continue;
+      for (FplEintrag const& e : lauf->eintraege)
+        if (block.enthaelt(e.token)) return true;
+    }
+    Token const* name = block.auf->prev();
+    bool const benannterLauf = name && name->prev() && name->prev()->str() == "ZL";
+    if (!benannterLauf || von == bis) return false;
+    std::vector<std::string> const& namen = laufNamen(cmd);
+    return std::find(namen.begin(), namen.end(), name->str()) != namen.end();
+  }
+
+ private:
+  std::vector<std::string> const& laufNamen(Token const* cmd) {
+    auto [it, neu] = namenVon.try_emplace(cmd);
+    if (!neu) return it->second;
+    for (Token const* t = cmd->next(); aufZeile(t, cmd->line()); t = t->next())
+      it->second.push_back(t->str());
+    for (Token const* t = cmd->prev(); t; t = t->prev()) {
+      if (t->str() != "Zuglauf" || !t->prev() || t->prev()->str() != "SET") continue;
+      if (!aufNeuerZeile(t->prev())) continue;
+      it->second.push_back(t->strAt(1));
+      break;
+    }
+    return it->second;
+  }
+
+  std::unordered_multimap<Token const*, Zug const*> nachToken;
+  std::unordered_map<Token const*, std::vector<std::string>> namenVon;
+};
 
 // The folded warnings as one note: how many, on which lines, the first of them.
 std::string folgeNotiz(std::vector<Befund const*> const& folgen) {
@@ -154,6 +182,7 @@ std::string folgeNotiz(std::vector<Befund const*> const& folgen) {
 void faltePruefung(Fahrplandefinition const& fpl, Befunde& befunde,
                    std::set<std::size_t> const& ursachen) {
   std::vector<bool> gefaltet(befunde.size(), false);
+  ZugVerzeichnis zuege(fpl);
   for (std::size_t u : ursachen) {
     std::optional<Block> block = blockUm(befunde[u].token);
     if (!block || gefaltet[u]) continue;
@@ -163,14 +192,16 @@ void faltePruefung(Fahrplandefinition const& fpl, Befunde& befunde,
       if (gefaltet[i] || !b.token || !b.diagnose.pruefung.empty() || !implizitName(b).empty() ||
           b.diagnose.fehler || istZeitWarnung(b.diagnose.meldung))
         continue;
-      if (!block->enthaelt(b.token) && !zugDesBlocks(fpl, b.token, *block)) continue;
+      if (!block->enthaelt(b.token) && !zuege.faehrtBlock(b.token, *block)) continue;
       gefaltet[i] = true;
       folgen.push_back(&b);
     }
     if (!folgen.empty()) befunde[u].diagnose.notizen.push_back(folgeNotiz(folgen));
   }
-  std::size_t i = 0;
-  std::erase_if(befunde, [&](Befund const&) { return gefaltet[i++]; });
+  Befunde bleibende;
+  for (std::size_t i = 0; i < befunde.size(); ++i)
+    if (!gefaltet[i]) bleibende.push_back(std::move(befunde[i]));
+  befunde = std::move(bleibende);
 }
 
 // --- ignorierte-angaben ---

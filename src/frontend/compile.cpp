@@ -58,14 +58,13 @@ std::size_t editierAbstand(std::string const& a, std::string const& b, std::size
   return std::min(vorige[m], grenze + 1);
 }
 
-std::string aehnlichsterName(std::string const& name, std::vector<std::string> kandidaten) {
-  std::sort(kandidaten.begin(), kandidaten.end());
+std::string aehnlichsterName(std::string const& name, std::vector<std::string> const& kandidaten) {
   std::string bester;
   std::size_t besterAbstand = 3;
   for (std::string const& k : kandidaten) {
     if (k == name) continue;
     std::size_t const abstand = editierAbstand(name, k, 2);
-    if (abstand < besterAbstand) {
+    if (abstand < besterAbstand || (abstand == besterAbstand && k < bester)) {
       besterAbstand = abstand;
       bester = k;
     }
