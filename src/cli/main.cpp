@@ -12,6 +12,8 @@
 #include "frontend/compile.h"
 #include "frontend/installation_root.h"
 #include "frontend/report.h"
+#include "frontend/report_colour.h"
+#include "frontend/report_colour.h"
 
 namespace {
 
@@ -32,16 +34,6 @@ void dropWarningsIfQuiet(Ergebnis& ergebnis, Options const& options) {
   std::erase_if(ergebnis.diagnosen, [](Diagnose const& d) { return !d.fehler; });
 }
 
-// Colour on a terminal, unless NO_COLOR is set; --color decides otherwise.
-bool useColour(Options const& options) {
-  if (options.farbe != Options::Farbe::Auto) return options.farbe == Options::Farbe::Immer;
-  char const* noColor = std::getenv("NO_COLOR");
-  char const* term = std::getenv("TERM");
-  if (noColor && *noColor) return false;
-  if (term && std::string(term) == "dumb") return false;
-  return ::isatty(STDERR_FILENO) == 1;
-}
-
 int compileDefinition(Options const& options, char const* argv0) {
   std::string problem;
   if (!setUpInstallation(options, argv0, problem)) return failWithUsageProblem(problem);
@@ -59,7 +51,9 @@ int compileDefinition(Options const& options, char const* argv0) {
     writeJsonReport(std::cout, status == exitStatusOk, ergebnis.diagnosen, ergebnis.ausgaben);
     return status;
   }
-  writeTextDiagnostics(std::cerr, ergebnis.diagnosen, TextBericht{useColour(options)});
+  writeTextDiagnostics(std::cerr, ergebnis.diagnosen,
+                       TextBericht{useColour(options.farbe, std::getenv("NO_COLOR"),
+                                             std::getenv("TERM"), ::isatty(STDERR_FILENO) == 1)});
   if (!options.quiet && !ergebnis.abgebrochen) writeWrittenFiles(std::cout, ergebnis.ausgaben);
   return status;
 }
