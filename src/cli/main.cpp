@@ -13,7 +13,6 @@
 #include "frontend/installation_root.h"
 #include "frontend/report.h"
 #include "frontend/report_colour.h"
-#include "frontend/report_colour.h"
 
 namespace {
 
