@@ -229,7 +229,8 @@ Token const* letzteSetAngabe(Token const* cmd) {
 
 Token const* letzteAngabe(Token const* cmd) {
   if (cmd->str() == "SET") return letzteSetAngabe(cmd);
-  if (cmd->str() == "OUT") return cmd->tokAt(2);
+  if (cmd->str() == "OUT" || cmd->str() == "BTR") return cmd->tokAt(2);
+  if (cmd->str() == "DAT") return cmd->next();
   return nullptr;
 }
 

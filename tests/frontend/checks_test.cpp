@@ -108,6 +108,8 @@ TEST_F(ChecksTest, EachCheckFindsItsCaseAndOnlyThat) {
        false},
       {"surplus words of OUT", "OUT P \"x.xml\" y\n",
        "2:15 [ignorierte-angaben] Angaben ohne Wirkung: 'y' wird von OUT nicht gelesen.\n"},
+      {"a name in two words", "BTR XB Berg heide\nBTR XC \"Cam Berg\"\n",
+       "2:13 [ignorierte-angaben] Angaben ohne Wirkung: 'heide' wird von BTR nicht gelesen.\n"},
       {"days without parentheses", zweiPunkte + lauf + "Z 1 (0:00 L) Sa+So\n",
        "8:16 [ignorierte-angaben] Angaben ohne Wirkung: '+ So'. Ein Tagesausdruck wie Sa+So "
        "braucht Klammern: (Sa+So).\n"},
