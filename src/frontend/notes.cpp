@@ -98,8 +98,11 @@ std::optional<Namensart> gesuchteArt(Fahrplandefinition const& fpl, Token const*
   return std::nullopt;
 }
 
+// Known names, and the day words that no look-up by name concerns.
 bool istBekannt(Fahrplandefinition const& fpl, std::vector<std::string> const& bekannte,
                 std::string const& name) {
+  for (char const* tag : {"Mo", "Di", "Mi", "Do", "Fr", "Sa", "So", "tgl"})
+    if (name == tag) return true;
   for (std::string const& b : bekannte)
     if (b == name) return true;
   return fpl.getVTByName().contains(name);
@@ -186,6 +189,8 @@ void ergaenzeFehlerNotizen(Fahrplandefinition const& fpl, Befund& fatal, bool st
     return;
   }
   if (!standardFehler) return;
+  // Only a failed look-up by name; a failed number conversion names its number.
+  if (m.find("unordered_map") == std::string::npos) return;
   if (cmd->str() == "OUT")
     notiereUnbekannteAnlage(fpl, fatal.diagnose);
   else

@@ -106,6 +106,12 @@ TEST_F(ChecksTest, EachCheckFindsItsCaseAndOnlyThat) {
        "3:1 Fehler: invalid unordered_map<K, T> key | Reihung 'R' (z. 3, Spalte 15) ist nicht "
        "definiert; erwartet wird ein RHG R vor dieser Zeile.\n",
        false},
+      {"a number out of range has no name note", zweiPunkte + lauf + "Z 99999999999 (8:00 L) Mo\n",
+       "8:1 Fehler: stoi argument out of range\n", false},
+      {"a weekday is no run name", zweiPunkte + lauf + "Z 1 (8:00 Lauf) Mo\n",
+       "8:1 Fehler: invalid unordered_map<K, T> key | Zuglauf 'Lauf' (z. 8, Spalte 11) ist nicht "
+       "definiert; erwartet wird ein ZL Lauf vor dieser Zeile.\n",
+       false},
       {"surplus words of OUT", "OUT P \"x.xml\" y\n",
        "2:15 [ignorierte-angaben] Angaben ohne Wirkung: 'y' wird von OUT nicht gelesen.\n"},
       {"a name in two words", "BTR XB Berg heide\nBTR XC \"Cam Berg\"\n",
