@@ -289,7 +289,9 @@ void pruefeVtZeile(Fahrplandefinition const& fpl, Befunde& neu) {
 void pruefeFolgeZeile(Fahrplandefinition const& fpl, Befunde& neu) {
   fuerJedenToken(fpl, [&](Token const* zn) {
     Token const* folge = zn->prev();
-    if (zn->str() != "ZN" || !folge || folge->str() != "FOLGE" || folge->line() != zn->line())
+    // FOLGE is a modifier of a stop line, never the line's first word.
+    if (zn->str() != "ZN" || !folge || folge->str() != "FOLGE" || folge->line() != zn->line() ||
+        aufNeuerZeile(folge))
       return;
     Token const* regel = zn->next();
     if (!regel || regel->line() == zn->line()) return;

@@ -133,6 +133,7 @@ TEST_F(ChecksTest, EachCheckFindsItsCaseAndOnlyThat) {
            "ZL L {\nXA . N1 H - 8:00\nXBH . N2 H 9:00 - FOLGE ZN\n4711\n}\nZ 1 (0:00 L) Mo\n",
        "6:25 [folge-naechste-zeile] FOLGE ZN ohne Regel auf der Zeile: '4711' aus z. 7, Spalte 1 "
        "wird als Regel gelesen.\n"},
+      {"FOLGE ZN as a command of its own", "FOLGE ZN\nBTR XA A\n", ""},
       {"FOLGE ZN with its rule",
        zweiPunkte +
            "ZL L {\nXA . N1 H - 8:00\nXBH . N2 H 9:00 - FOLGE ZN 4711\n}\nZ 1 (0:00 L) Mo\n"
