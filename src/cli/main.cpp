@@ -1,4 +1,7 @@
 // fplc: the command-line front-end of the timetable compiler.
+#include <unistd.h>
+
+#include <cstdlib>
 #include <fstream>
 #include <iostream>
 #include <string>
@@ -9,6 +12,7 @@
 #include "frontend/compile.h"
 #include "frontend/installation_root.h"
 #include "frontend/report.h"
+#include "frontend/report_colour.h"
 #include "graph/graph_cli.h"
 
 namespace {
@@ -33,11 +37,13 @@ void dropWarningsIfQuiet(Ergebnis& ergebnis, Options const& options) {
 int compileDefinition(Options const& options, char const* argv0) {
   std::string problem;
   if (!setUpInstallation(options, argv0, problem)) return failWithUsageProblem(problem);
-  std::ifstream in;
-  if (!openDefinition(options.definition, in, problem)) return failWithUsageProblem(problem);
+  std::ifstream file;
+  bool const fromStdin = options.definition == "-";
+  if (!fromStdin && !openDefinition(options.definition, file, problem))
+    return failWithUsageProblem(problem);
 
   Fahrplandefinition fpl;
-  Ergebnis ergebnis = compile(fpl, in, options);
+  Ergebnis ergebnis = compile(fpl, fromStdin ? std::cin : file, options);
   bool const graphsWritten =
       fplc::graph::schreibeGraphenWennGewuenscht(fpl, ergebnis, options, std::cout, std::cerr);
   int const status = graphsWritten ? exitStatusOf(ergebnis, options) : exitStatusFailed;
@@ -47,7 +53,9 @@ int compileDefinition(Options const& options, char const* argv0) {
     writeJsonReport(std::cout, status == exitStatusOk, ergebnis.diagnosen, ergebnis.ausgaben);
     return status;
   }
-  writeTextDiagnostics(std::cerr, ergebnis.diagnosen);
+  writeTextDiagnostics(std::cerr, ergebnis.diagnosen,
+                       TextBericht{useColour(options.farbe, std::getenv("NO_COLOR"),
+                                             std::getenv("TERM"), ::isatty(STDERR_FILENO) == 1)});
   if (!options.quiet && !ergebnis.abgebrochen) writeWrittenFiles(std::cout, ergebnis.ausgaben);
   return status;
 }

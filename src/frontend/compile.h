@@ -21,6 +21,7 @@ struct Diagnose {
   std::string meldung;
   std::string pruefung;              // the name of the front-end check; empty for the library's
   std::vector<std::string> notizen;  // explanations the front-end adds
+  std::string zeilentext;            // the source line of `zeile`, as read; empty when unknown
 };
 
 struct Ergebnis {
@@ -34,6 +35,9 @@ struct Ergebnis {
 // Opens the definition file for reading; false with a message in `problem`
 // when it cannot be read.
 bool openDefinition(std::string const& file, std::ifstream& in, std::string& problem);
+
+// The name of the definition in messages: "<stdin>" for "-".
+std::string definitionName(Options const& options);
 
 // quorvel_init has already run. Reads, executes and validates as the options say.
 Ergebnis compile(Fahrplandefinition& fpl, std::istream& in, Options const& options);

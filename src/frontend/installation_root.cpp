@@ -47,6 +47,8 @@ bool useGivenRoot(std::string const& root, std::string& problem) {
 
 bool setUpInstallation(Options const& options, char const* argv0, std::string& problem) {
   if (options.root) return useGivenRoot(*options.root, problem);
-  if (!searchFrom(options.definition)) searchFrom(executablePath(argv0));
+  // Standard input has no folder: the search starts in the current one.
+  std::string const start = options.definition == "-" ? "./-" : options.definition;
+  if (!searchFrom(start)) searchFrom(executablePath(argv0));
   return true;
 }

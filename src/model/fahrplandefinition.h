@@ -36,6 +36,7 @@ class FPLC_API Fahrplandefinition {
   struct Ausgabe {
     std::string pfad;
     bool geschrieben = false;
+    int fehlerCode = 0;  // the errno of the failed save; 0 when written
   };
 
   // How DAT reaches the files it includes. By default it opens the path on disk;

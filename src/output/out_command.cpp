@@ -6,6 +6,7 @@
 #include "external/install_path.h"
 #include "external/installation.h"
 #include "model/fahrplandefinition.h"
+#include "output/atomic_save.h"
 #include "tokenizer/cp1252.h"
 
 namespace {
@@ -76,8 +77,9 @@ void Fahrplandefinition::kommandoOUT(Token const* cmd, bool skipOutput) {
     std::string const pfad = ausgabePfad(vorlage, aa, cmd);
     tinyxml2::XMLDocument doc(true, tinyxml2::PRESERVE_WHITESPACE);
     write(doc, name, aa, anlagenReferenz(aa.datei));
-    // A file that cannot be saved is recorded as such; the run goes on.
-    bool const geschrieben = doc.SaveFile(pfad.c_str(), false) == tinyxml2::XML_SUCCESS;
-    ausgaben.push_back({pfad, geschrieben});
+    // A file that cannot be saved is recorded as such; the run goes on. The old
+    // file is replaced only by a completely written new one.
+    int const fehler = fplc::detail::speichereVollstaendig(doc, pfad);
+    ausgaben.push_back({pfad, fehler == 0, fehler});
   }
 }
