@@ -3,6 +3,7 @@
 #include <filesystem>
 #include <system_error>
 
+#include "external/install_path.h"
 #include "external/installation.h"
 #include "output/zeit.h"
 #include "tokenizer/cp1252.h"

@@ -75,7 +75,7 @@ TEST_F(FplcGraph, WritesGraphsAndSaysWhatItCouldNotDraw) {
            keinePosition},
       {"--check --graph g kaputt.fpl",
        "1 |  | fplc: Bildfahrplan nicht geschrieben: die Definition ist mit einem Fehler "
-       "abgebrochen.\nkaputt.fpl:2: Fehler: Syntaxfehler: Befehl ohne Argumente.\n"},
+       "abgebrochen.\nkaputt.fpl:2:1: Fehler: Syntaxfehler: Befehl ohne Argumente.\n XYZ\n ^~~\n1 Fehler.\n"},
       {"--check --graph datei plan.fpl",
        "1 |  | "
        "fplc: Bildfahrplan: Verzeichnis \"datei\" für den Bildfahrplan kann nicht angelegt "
