@@ -36,7 +36,8 @@ void BM_ChangeToPublishedDiagnostics(benchmark::State& state, std::string const&
   fplc::lsp::Server server([&published](json const& m) {
     if (m.value("method", "") == "textDocument/publishDiagnostics") ++published;
   });
-  server.verarbeite(json{{"jsonrpc", "2.0"}, {"id", 1}, {"method", "initialize"}, {"params", {}}}.dump());
+  server.verarbeite(
+      json{{"jsonrpc", "2.0"}, {"id", 1}, {"method", "initialize"}, {"params", {}}}.dump());
   json open = {{"jsonrpc", "2.0"},
                {"method", "textDocument/didOpen"},
                {"params", {{"textDocument", textDocument(definition)}}}};
@@ -51,8 +52,8 @@ void BM_ChangeToPublishedDiagnostics(benchmark::State& state, std::string const&
                    {"method", "textDocument/didChange"},
                    {"params",
                     {{"textDocument", textDocument(definition)},
-                     {"contentChanges", json::array({{{"text", text + "// " +
-                                                                 std::to_string(++version)}}})}}}};
+                     {"contentChanges",
+                      json::array({{{"text", text + "// " + std::to_string(++version)}}})}}}};
     server.verarbeite(change.dump());
     server.leerlauf();
   }

@@ -11,8 +11,8 @@
 #include "lsp/server.h"
 
 extern "C" int LLVMFuzzerTestOneInput(std::uint8_t const* data, std::size_t size) {
-  static std::string const initialize = fplc::lsp::rahmen(
-      R"({"jsonrpc":"2.0","id":0,"method":"initialize","params":{}})");
+  static std::string const initialize =
+      fplc::lsp::rahmen(R"({"jsonrpc":"2.0","id":0,"method":"initialize","params":{}})");
   std::string input = initialize;
   input.append(reinterpret_cast<char const*>(data), size);
   fplc::lsp::Eingabe eingabe(std::move(input));

@@ -31,7 +31,19 @@ std::vector<std::string> artenFuer(Token const* wort, Token const* token) {
   if (vorher && vorher->str() == "Reihung") return {"RHG"};
   if (vorher && vorher->str() == "Zuglauf") return {"ZL"};
   if (wort->str() == "RHG") return {"FZG", "RHG"};
-  return {"ZL", "VT", "RHG", "BTR", "FZG", "AA", "ZLS"};
+  return {"ZL", "VT", "RHG", "BTR", "FZG", "AA"};
+}
+
+// The number of "$ VzG 12" on a run's line selects the segments of route-book
+// number 12: the first ZLS with that number.
+Definition const* segmentFuer(std::vector<Definition> const& definitionen, Token const* token) {
+  if (!token->isNumber() || !token->prev() || token->prev()->str() != "VzG") return nullptr;
+  for (Definition const& d : definitionen) {
+    if (d.art != "ZLS") continue;
+    Token const* nummer = d.nameToken->next();
+    if (nummer && nummer->isNumber() && nummer->str() == token->str()) return &d;
+  }
+  return nullptr;
 }
 
 // The line of the layout file that names the operating point, from 1; 1 when
@@ -95,6 +107,8 @@ nlohmann::json definitionAn(Analyse const& analyse, std::string const& pfad, std
   if (!befehl.wort || token == befehl.wort) return nullptr;
 
   std::vector<Definition> definitionen = definitionenVon(fpl);
+  if (Definition const* segment = segmentFuer(definitionen, token))
+    return locationOf(analyse, segment->wort, segment->nameToken);
   for (std::string const& art : artenFuer(befehl.wort, token)) {
     for (Definition const& d : definitionen)
       if (d.art == art && d.name == token->str()) return locationOf(analyse, d.wort, d.nameToken);

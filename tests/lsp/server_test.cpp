@@ -3,6 +3,7 @@
 #include <gtest/gtest.h>
 
 #include <algorithm>
+#include <filesystem>
 #include <string>
 #include <vector>
 
@@ -189,6 +190,32 @@ TEST_F(ServerTest, JumpsFromANameToTheLineThatDefinesIt) {
     EXPECT_EQ(result["uri"], uriOfPath(path)) << i;
     EXPECT_EQ(result["range"], cases[i].expected) << i;
   }
+}
+
+TEST_F(ServerTest, JumpsFromARouteBookNumberToItsSegment) {
+  std::string const text =
+      "Quorvel FplDef 1\nBTR XA Ahof\nBTR XB Bhof\nZLS XA 9 XB {\n}\nZLS XA 7 XB {\n}\n"
+      "ZL L {\n  XA . G1 H - 0:00\n  $ VzG 7\n  XB . G1 H 0:10 -\n}\n";
+  test::Session s = serve(initialize() + didOpen(path, text) +
+                          request(2, "textDocument/definition", at(path, 9, 8)) +
+                          request(3, "textDocument/definition", at(path, 8, 2)));
+  EXPECT_EQ(s.response(2)["result"]["range"], range(5, 0, 6));
+  EXPECT_EQ(s.response(3)["result"]["range"], range(1, 0, 6));  // XA -> its BTR line
+}
+
+TEST_F(ServerTest, JumpsToTheLayoutFileForAnOperatingPointOnlyItDefines) {
+  std::filesystem::copy(FPLC_SOURCE_DIR "/examples/installation", dir.path() / "inst",
+                        std::filesystem::copy_options::recursive);
+  std::string const plan = (dir.path() / "inst/fahrplaene/test.fpl").string();
+  std::string const text =
+      "Quorvel FplDef 1\nAA Ahlbach \"$(StwDir)ahlbach.stwa\" AB {\n}\n"
+      "ZL L {\n  XHK . Bk1 B - 0:00\n  XAB . N1 H 0:05 -\n}\n";
+  test::Session s = serve(initialize() + didOpen(plan, text) +
+                          request(2, "textDocument/definition", at(plan, 4, 3)));
+  json result = s.response(2)["result"];
+  ASSERT_TRUE(result.is_object()) << s.response(2).dump();
+  EXPECT_EQ(result["uri"], uriOfPath((dir.path() / "inst/stellwerke/ahlbach.stwa").string()));
+  EXPECT_EQ(result["range"], range(13, 0, 0));  // <betriebsstelle name="Heidekrug" ...>
 }
 
 TEST_F(ServerTest, JumpsIntoAnIncludedFileTheEditorHasOpen) {
