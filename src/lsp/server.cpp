@@ -156,7 +156,7 @@ void Server::mitteilung(std::string const& methode, json const& params) {
   try {
     if (methode == "textDocument/didOpen") oeffne(params);
     if (methode == "textDocument/didChange") aendere(params);
-    if (methode == "textDocument/didSave") vormerken(pfadAus(params));
+    if (methode == "textDocument/didSave") speichere(params);
     if (methode == "textDocument/didClose") schliesse(params);
     if (methode == "workspace/didChangeConfiguration") {
       einstellungen_.installationRoot = installationRootAus(params.value("settings", json()));
@@ -188,6 +188,16 @@ void Server::aendere(json const& params) {
   json const& changes = params.at("contentChanges");
   if (!changes.is_array() || changes.empty()) return;
   found->second.text = changes.back().at("text").get<std::string>();
+  vormerken(pfad);
+}
+
+// The saved file decides the encoding again: the editor may have written it
+// in another one.
+void Server::speichere(json const& params) {
+  std::string pfad = pfadAus(params);
+  auto found = dokumente_.find(pfad);
+  if (found == dokumente_.end()) return;
+  found->second.kodierung = kodierungVon(pfad);
   vormerken(pfad);
 }
 

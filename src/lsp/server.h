@@ -43,6 +43,7 @@ class Server {
 
   void oeffne(nlohmann::json const& params);
   void aendere(nlohmann::json const& params);
+  void speichere(nlohmann::json const& params);
   void schliesse(nlohmann::json const& params);
   void vormerken(std::string const& pfad);
   void kompiliere(std::string const& pfad);

@@ -162,6 +162,10 @@ TEST_F(ServerTest, CompilesOnlyTheLastOfTheChangesThatArriveTogether) {
   EXPECT_EQ(sent.back()["params"]["diagnostics"][0]["message"], "Unbekanntes Kommando: 'X4'.");
   server.leerlauf();  // nothing changed since
   EXPECT_EQ(server.kompilierungen(), 1);
+  server.verarbeite(
+      body(notification("textDocument/didSave", {{"textDocument", {{"uri", uriOfPath(path)}}}})));
+  server.leerlauf();
+  EXPECT_EQ(server.kompilierungen(), 2);
 }
 
 TEST_F(ServerTest, JumpsFromANameToTheLineThatDefinesIt) {
