@@ -80,16 +80,35 @@ Kodierung kodierungVon(std::string const& pfad) {
   return isUtf8(readFile(pfad)) ? Kodierung::Utf8 : Kodierung::Cp1252;
 }
 
-std::pair<std::string, Kodierung> Analyse::zeile(std::string const& datei,
-                                                 std::uint32_t nummer) const {
-  if (nummer == 0) return {{}, Kodierung::Cp1252};
-  if (auto text = texte.find(datei); text != texte.end()) {
-    Kodierung k = kodierungen.at(datei);
-    return {std::string(lineOf(text->second, nummer - 1)), k};
+Analyse::Quelltext quelltext(std::string bytes, Kodierung kodierung) {
+  Analyse::Quelltext q;
+  q.zeilenAnfaenge.push_back(0);
+  for (std::size_t i = 0; i < bytes.size(); ++i) {
+    if (bytes[i] == '\r' && i + 1 < bytes.size() && bytes[i + 1] == '\n') ++i;
+    if (bytes[i] == '\n' || bytes[i] == '\r') q.zeilenAnfaenge.push_back(i + 1);
   }
-  std::string bytes = readFile(datei);
-  Kodierung k = isUtf8(bytes) ? Kodierung::Utf8 : Kodierung::Cp1252;
-  return {std::string(lineOf(bytes, nummer - 1)), k};
+  q.bytes = std::move(bytes);
+  q.kodierung = kodierung;
+  return q;
+}
+
+std::pair<std::string_view, Kodierung> Analyse::zeile(std::string const& datei,
+                                                      std::uint32_t nummer) const {
+  auto found = texte.find(datei);
+  if (found == texte.end()) {
+    found = vonPlatte_.find(datei);
+    if (found == vonPlatte_.end()) {
+      std::string bytes = readFile(datei);
+      Kodierung k = isUtf8(bytes) ? Kodierung::Utf8 : Kodierung::Cp1252;
+      found = vonPlatte_.emplace(datei, quelltext(std::move(bytes), k)).first;
+    }
+  }
+  Quelltext const& q = found->second;
+  if (nummer == 0 || nummer > q.zeilenAnfaenge.size()) return {{}, q.kodierung};
+  std::string_view text = q.bytes;
+  std::size_t start = q.zeilenAnfaenge[nummer - 1];
+  std::size_t end = text.find_first_of("\r\n", start);
+  return {text.substr(start, end == std::string_view::npos ? end : end - start), q.kodierung};
 }
 
 std::unique_ptr<Analyse> analysiere(Dokument const& dokument, Dokumente const& offen,
@@ -102,9 +121,7 @@ std::unique_ptr<Analyse> analysiere(Dokument const& dokument, Dokumente const& o
   options.root = einstellungen.installationRoot;
   options.check = true;
 
-  std::string haupttext = libraryBytes(dokument);
-  analyse->texte[dokument.pfad] = haupttext;
-  analyse->kodierungen[dokument.pfad] = dokument.kodierung;
+  analyse->texte[dokument.pfad] = quelltext(libraryBytes(dokument), dokument.kodierung);
   try {
     if (auto problem = richteInstallationEin(options)) {
       analyse->ergebnis.abgebrochen = true;
@@ -116,12 +133,12 @@ std::unique_ptr<Analyse> analysiere(Dokument const& dokument, Dokumente const& o
         [ziel, &offen](std::string const& pfad) -> std::unique_ptr<std::istream> {
           auto found = offen.find(normalisiert(pfad));
           if (found == offen.end()) return nullptr;
-          ziel->texte[pfad] = libraryBytes(found->second);
-          ziel->kodierungen[pfad] = found->second.kodierung;
-          return std::make_unique<std::istringstream>(ziel->texte[pfad]);
+          Analyse::Quelltext& q = ziel->texte[pfad] =
+              quelltext(libraryBytes(found->second), found->second.kodierung);
+          return std::make_unique<std::istringstream>(q.bytes);
         });
     begrenzeVerzeichnisse(*analyse->fpl, dokument.pfad);
-    std::istringstream in(haupttext);
+    std::istringstream in(analyse->texte[dokument.pfad].bytes);
     analyse->ergebnis = compile(*analyse->fpl, in, options);
     nachbearbeite(*analyse);
   } catch (std::exception const& e) {

@@ -5,6 +5,8 @@
 #include <memory>
 #include <optional>
 #include <string>
+#include <string_view>
+#include <vector>
 
 #include "frontend/compile.h"
 #include "lsp/text_encoding.h"
@@ -32,14 +34,27 @@ struct Analyse {
   std::string pfad;  // the compiled document
   std::unique_ptr<Fahrplandefinition> fpl;
   Ergebnis ergebnis;
-  // The bytes handed to the library for open documents, by the file name the
-  // library's token list carries; other files are read from disk when asked.
-  std::map<std::string, std::string> texte;
-  std::map<std::string, Kodierung> kodierungen;
+  // A file as the library read it, with where its lines start.
+  struct Quelltext {
+    std::string bytes;
+    Kodierung kodierung = Kodierung::Utf8;
+    std::vector<std::size_t> zeilenAnfaenge;
+  };
+  // The texts handed to the library for open documents, by the file name the
+  // library's token list carries; other files are read from disk when first
+  // asked for.
+  std::map<std::string, Quelltext> texte;
 
   // Line `zeile` (from 1) of `datei` as the library read it, and its encoding.
-  std::pair<std::string, Kodierung> zeile(std::string const& datei, std::uint32_t zeile) const;
+  std::pair<std::string_view, Kodierung> zeile(std::string const& datei, std::uint32_t zeile) const;
+
+ private:
+  mutable std::map<std::string, Quelltext> vonPlatte_;
 };
+
+// `bytes` with the start of every line, a line ending at LF, CR or CR LF as the
+// library counts them.
+Analyse::Quelltext quelltext(std::string bytes, Kodierung kodierung);
 
 // An absolute, lexically normal path, as the documents are keyed.
 std::string normalisiert(std::string const& pfad);
