@@ -3,6 +3,7 @@
 #include <map>
 #include <optional>
 
+#include "days/weekday_list.h"
 #include "lsp/source_index.h"
 #include "output/zeit.h"
 #include "tokenizer/cp1252.h"
