@@ -3,6 +3,7 @@
 
 #include <string>
 
+#include "external/dateizugriff.h"
 #include "external/installation.h"
 #include "model/fahrplandefinition.h"
 #include "tokenizer/cp1252.h"
@@ -73,10 +74,13 @@ void Fahrplandefinition::kommandoOUT(Token const* cmd, bool skipOutput) {
   for (Aussenanlage const& aa : aussenanlagen) {
     if (aa.datei.empty()) continue;
     std::string const pfad = ausgabePfad(vorlage, aa, cmd);
+    fplc::detail::pruefeErlaubt(cmd, pfad, erlaubteVerzeichnisse);
     tinyxml2::XMLDocument doc(true, tinyxml2::PRESERVE_WHITESPACE);
     write(doc, name, aa, anlagenReferenz(aa.datei));
     // A file that cannot be saved is recorded as such; the run goes on.
-    bool const geschrieben = doc.SaveFile(pfad.c_str(), false) == tinyxml2::XML_SUCCESS;
+    // A FIFO or a device in its place would block or swallow it: not saved.
+    bool const geschrieben = !fplc::detail::istSonderdatei(pfad) &&
+                             doc.SaveFile(pfad.c_str(), false) == tinyxml2::XML_SUCCESS;
     ausgaben.push_back({pfad, geschrieben});
   }
 }
