@@ -21,6 +21,9 @@ void describeOptions(CLI::App& app, Options& options) {
   app.add_flag("--json", options.json, "Print the report on stdout as JSON");
   app.add_flag("-W,--werror", options.werror, "Warnings make the exit status 1");
   app.add_flag("-q,--quiet", options.quiet, "Print errors only");
+  app.add_flag("--confine", options.confine,
+               "Read and write files only inside the installation root and the folder of the "
+               "definition file (after resolving .. and symbolic links)");
   app.set_version_flag("-V,--version", std::string("fplc ") + FPLC_VERSION);
   app.add_option("DEFINITION", options.definition, "The timetable definition file")->required();
 }

@@ -2,6 +2,7 @@
 
 #include <exception>
 #include <filesystem>
+#include <new>
 #include <system_error>
 
 #include "tokenizer/cp1252.h"
@@ -41,6 +42,8 @@ std::optional<Diagnose> runLibrary(Fahrplandefinition& fpl, std::istream& in,
     if (!options.noValidate) fpl.validate();
   } catch (Error const& e) {
     return diagnoseAt(e.token, file, true, e.message);
+  } catch (std::bad_alloc const&) {
+    return diagnoseAt(fpl.getCurrentCommand(), file, true, "nicht genug Speicher");
   } catch (std::exception const& e) {
     return diagnoseAt(fpl.getCurrentCommand(), file, true, e.what());
   }

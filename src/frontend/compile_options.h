@@ -13,4 +13,5 @@ struct Options {
   bool json = false;                // --json: the report as JSON on stdout
   bool werror = false;              // --werror: warnings make the run fail
   bool quiet = false;               // --quiet: errors only
+  bool confine = false;             // --confine: files only below the root and the definition's folder
 };
