@@ -2,6 +2,7 @@
 #   make run    install what is missing, build, compile the example timetable
 #   make test   install what is missing, build, run every test
 #   make bench  build and run the benchmarks
+#   make fuzz   build the fuzz targets with clang and run each for FUZZ_SECONDS
 BUILD_DIR  ?= build
 BUILD_TYPE ?= RelWithDebInfo
 CMAKE_FLAGS ?=
@@ -11,7 +12,7 @@ EXAMPLE ?= $(EXAMPLE_ROOT)/fahrplaene/beispiel.fpl
 
 PACKAGES = cmake make g++ libtinyxml2-dev libgtest-dev libgmock-dev libcli11-dev nlohmann-json3-dev
 
-.PHONY: all deps configure build run test bench clean
+.PHONY: all deps configure build run test bench fuzz clean
 
 all: build
 
@@ -52,3 +53,12 @@ bench:
 
 clean:
 	rm -rf $(BUILD_DIR)
+
+# Fuzzing needs clang and its libFuzzer runtime; see docs/contributing.md.
+FUZZ_SECONDS ?= 600
+fuzz:
+	$(MAKE) deps PACKAGES="$(PACKAGES) clang libclang-rt-14-dev"
+	cmake -S . -B build-fuzz -DCMAKE_BUILD_TYPE=RelWithDebInfo -DCMAKE_CXX_COMPILER=clang++ \
+	  -DFPLC_FUZZ=ON -DFPLC_TESTS=OFF
+	cmake --build build-fuzz -j $(JOBS) --target fuzz_all
+	fuzz/run.sh build-fuzz $(FUZZ_SECONDS)

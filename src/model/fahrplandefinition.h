@@ -149,7 +149,7 @@ class Fahrplandefinition {
   static constexpr unsigned maxDateiTiefe = 64;
   // Defaults of the limits on included files and on definition text in total.
   static constexpr std::size_t standardEinbindungen = 10000;
-  static constexpr std::size_t standardDefinitionsBytes = std::size_t{32} << 20;
+  static constexpr std::size_t standardDefinitionsBytes = std::size_t{16} << 20;
 
  private:
   using Kommando = void (Fahrplandefinition::*)(Token const* cmd, bool skipOutput);
