@@ -43,7 +43,8 @@ std::string const& installation() {
 
 std::string writeFile(std::string const& name, char const* data, std::size_t size) {
   std::string const path = installation() + "/" + name;
-  std::ofstream(path, std::ios::binary | std::ios::trunc).write(data, static_cast<std::streamsize>(size));
+  std::ofstream(path, std::ios::binary | std::ios::trunc)
+      .write(data, static_cast<std::streamsize>(size));
   return path;
 }
 
