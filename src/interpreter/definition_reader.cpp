@@ -23,8 +23,9 @@ class BegrenzteQuelle : public std::streambuf {
   int_type underflow() override {
     if (!quelle_ || zuGross_ || lesefehler_) return traits_type::eof();
     // One byte beyond the limit is asked for, so that reaching it exactly is allowed.
+    std::size_t const rest = grenze_ - gelesen_;
     std::streamsize const gewuenscht =
-        static_cast<std::streamsize>(std::min<std::size_t>(sizeof puffer_, grenze_ - gelesen_ + 1));
+        static_cast<std::streamsize>(rest < sizeof puffer_ ? rest + 1 : sizeof puffer_);
     std::streamsize n = 0;
     try {
       // Only what the source holds already is taken, so that an I/O error in

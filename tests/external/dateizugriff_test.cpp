@@ -2,6 +2,7 @@
 // bounded in number and size, and confinement keeps every file inside allowed folders.
 #include <sys/stat.h>
 
+#include <cstdint>
 #include <filesystem>
 #include <ios>
 #include <sstream>
@@ -140,6 +141,11 @@ TEST_F(FileAccess, LimitsTheNumberOfIncludesAndTheDefinitionTextInTotal) {
   EXPECT_EQ(fehler("SET Gattung A"),
             "z. 1: Datei \"test.fpl\" kann nicht gelesen werden: mehr als 10 Bytes "
             "Definitionstext in allen Dateien zusammen.");
+  // No limit at all.
+  fpl.setLesegrenzen(SIZE_MAX, SIZE_MAX);
+  fpl.clear(false);
+  run("SET Gattung A");
+  EXPECT_EQ(fpl.getGattungSetting(), "A");
 }
 
 class Confinement : public FileAccess {
