@@ -4,6 +4,7 @@
 #   make test   install what is missing, build, run every test
 #   make bench  build and run the benchmarks
 #   make install PREFIX=/opt/fplc   build and install library, headers, packages, fplc, docs
+#   make fuzz   build the fuzz targets with clang and run each for FUZZ_SECONDS
 BUILD_DIR  ?= build
 BUILD_TYPE ?= RelWithDebInfo
 CMAKE_FLAGS ?=
@@ -14,7 +15,7 @@ PREFIX ?= /usr/local
 
 PACKAGES = cmake make g++ libtinyxml2-dev libgtest-dev libgmock-dev libcli11-dev nlohmann-json3-dev
 
-.PHONY: all deps configure build run test bench install clean
+.PHONY: all deps configure build run test bench install fuzz clean
 
 all: build
 
@@ -64,3 +65,12 @@ install: deps
 
 clean:
 	rm -rf $(BUILD_DIR)
+
+# Fuzzing needs clang and its libFuzzer runtime; see docs/contributing.md.
+FUZZ_SECONDS ?= 600
+fuzz:
+	$(MAKE) deps PACKAGES="$(PACKAGES) clang libclang-rt-14-dev"
+	cmake -S . -B build-fuzz -DCMAKE_BUILD_TYPE=RelWithDebInfo -DCMAKE_CXX_COMPILER=clang++ \
+	  -DFPLC_FUZZ=ON -DFPLC_TESTS=OFF
+	cmake --build build-fuzz -j $(JOBS) --target fuzz_all
+	fuzz/run.sh build-fuzz $(FUZZ_SECONDS)

@@ -1,14 +1,20 @@
 // fplc: the command-line front-end of the timetable compiler.
 #include <unistd.h>
 
+#include <cstdio>
 #include <cstdlib>
+#include <exception>
+#include <filesystem>
 #include <fstream>
 #include <iostream>
+#include <new>
 #include <string>
 #include <variant>
+#include <vector>
 
 #include "cli/exit_status.h"
 #include "cli/options.h"
+#include "external/installation.h"
 #include "frontend/compile.h"
 #include "frontend/installation_root.h"
 #include "frontend/report.h"
@@ -34,6 +40,13 @@ void dropWarningsIfQuiet(Ergebnis& ergebnis, Options const& options) {
   std::erase_if(ergebnis.diagnosen, [](Diagnose const& d) { return !d.fehler; });
 }
 
+// --confine: the installation root and the folder of the definition file.
+std::vector<std::string> confinementFolders(Options const& options) {
+  std::error_code ignored;
+  std::filesystem::path const definition = std::filesystem::absolute(options.definition, ignored);
+  return {quorvelpath, definition.parent_path().string()};
+}
+
 int compileDefinition(Options const& options, char const* argv0) {
   std::string problem;
   if (!setUpInstallation(options, argv0, problem)) return failWithUsageProblem(problem);
@@ -43,6 +56,7 @@ int compileDefinition(Options const& options, char const* argv0) {
     return failWithUsageProblem(problem);
 
   Fahrplandefinition fpl;
+  if (options.confine) fpl.setErlaubteVerzeichnisse(confinementFolders(options));
   Ergebnis ergebnis = compile(fpl, fromStdin ? std::cin : file, options);
   bool const graphsWritten =
       fplc::graph::schreibeGraphenWennGewuenscht(fpl, ergebnis, options, std::cout, std::cerr);
@@ -63,7 +77,20 @@ int compileDefinition(Options const& options, char const* argv0) {
 }  // namespace
 
 int main(int argc, char** argv) {
-  std::variant<Options, int> parsed = parseOptions(argc, argv);
-  if (int const* done = std::get_if<int>(&parsed)) return *done;
-  return compileDefinition(std::get<Options>(parsed), argc > 0 ? argv[0] : nullptr);
+  // Whatever escapes ends in a message and exit status 1, not in an abort that
+  // leaves the user without a word. The texts are written without allocating.
+  try {
+    std::variant<Options, int> parsed = parseOptions(argc, argv);
+    if (int const* done = std::get_if<int>(&parsed)) return *done;
+    return compileDefinition(std::get<Options>(parsed), argc > 0 ? argv[0] : nullptr);
+  } catch (std::bad_alloc const&) {
+    std::fputs("fplc: nicht genug Speicher\n", stderr);
+  } catch (std::exception const& e) {
+    std::fputs("fplc: unerwarteter Fehler: ", stderr);
+    std::fputs(e.what(), stderr);
+    std::fputs("\n", stderr);
+  } catch (...) {
+    std::fputs("fplc: unerwarteter Fehler\n", stderr);
+  }
+  return exitStatusFailed;
 }

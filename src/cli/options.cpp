@@ -96,6 +96,9 @@ void describeOptions(CLI::App& app, Options& options) {
                                                 {"never", Options::Farbe::Nie}}))
       ->option_text("WHEN");
   describeGraphOptions(app, options);
+  app.add_flag("--confine", options.confine,
+               "Read and write files only inside the installation root and the folder of the "
+               "definition file (after resolving .. and symbolic links)");
   app.set_version_flag("-V,--version", std::string("fplc ") + FPLC_VERSION);
   app.add_option("DEFINITION", options.definition,
                  "The timetable definition file; - reads it from standard input")

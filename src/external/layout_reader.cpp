@@ -3,6 +3,7 @@
 #include <tinyxml2.h>
 #include <cstring>
 
+#include "external/dateizugriff.h"
 #include "model/aussenanlage.h"
 #include "tokenizer/cp1252.h"
 #include "tokenizer/error.h"
@@ -35,8 +36,69 @@ std::uint8_t kindOfFplcat(std::string const& value, std::uint8_t kindSoFar) {
   return kindSoFar;
 }
 
+using Info = Aussenanlage::BetriebsstelleInfo;
+using Betriebsstellen = std::unordered_map<std::string, Info>;
+
+// Finds the entry a signal refers to: the first entry of the layout's map, in
+// the map's iteration order, with the signal's id. Scanning the map per signal
+// is quadratic in the size of the file; the index counts the entries per id, so
+// that an id with one entry is found at once and only ids shared by several
+// entries are searched in the map's order (the result kept until a point changes
+// the map).
+class IdIndex {
+ public:
+  explicit IdIndex(Betriebsstellen& map) : map_(map) {
+    for (auto& [name, info] : map_)
+      add(info);
+  }
+
+  // Called before `info` (an entry of the map) is entered again.
+  void remove(Info const& info) {
+    auto it = ids_.find(info.id);
+    if (it == ids_.end()) return;
+    if (--it->second.anzahl == 0)
+      ids_.erase(it);
+    else
+      it->second.einziger = nullptr;  // which one is left is not known here
+  }
+
+  void add(Info& info) {
+    Eintrag& eintrag = ids_[info.id];
+    eintrag.einziger = ++eintrag.anzahl == 1 ? &info : nullptr;
+    ++stand_;
+  }
+
+  Info* first(int id) {
+    auto it = ids_.find(id);
+    if (it == ids_.end()) return nullptr;
+    Eintrag& eintrag = it->second;
+    if (eintrag.einziger) return eintrag.einziger;
+    if (eintrag.gesucht && eintrag.stand == stand_) return eintrag.gesucht;
+    for (auto& [name, info] : map_)
+      if (info.id == id) {
+        if (eintrag.anzahl == 1) eintrag.einziger = &info;
+        eintrag.gesucht = &info;
+        eintrag.stand = stand_;
+        return &info;
+      }
+    return nullptr;
+  }
+
+ private:
+  struct Eintrag {
+    std::size_t anzahl = 0;
+    Info* einziger = nullptr;  // the entry when it is the only one with the id
+    Info* gesucht = nullptr;   // the first in the map's order, found at `stand`
+    std::size_t stand = 0;
+  };
+  Betriebsstellen& map_;
+  std::unordered_map<int, Eintrag> ids_;
+  std::size_t stand_ = 0;  // counts changes of the map
+};
+
 struct Ziel {
   Aussenanlage& anlage;
+  IdIndex& nachId;
   std::list<Betriebsstelle>& betriebsstellen;
   std::unordered_map<std::string, Betriebsstelle*>& byDs100;
   std::unordered_map<std::string, Aussenanlage::Fahrtrichtung>& fahrtrichtungen;
@@ -73,9 +135,12 @@ void readBetriebsstelle(XMLElement const* e, Ziel& ziel) {
   // before keeps the kind that its declaration gave it.
   if (created && created->fplcat == 0) created->fplcat = kind;
 
-  Aussenanlage::BetriebsstelleInfo& info = ziel.anlage.betriebsstellen[name];
-  info = Aussenanlage::BetriebsstelleInfo();
+  auto [eintrag, neu] = ziel.anlage.betriebsstellen.try_emplace(name);
+  Info& info = eintrag->second;
+  if (!neu) ziel.nachId.remove(info);
+  info = Info();
   info.id = e->IntAttribute("id", 0);
+  ziel.nachId.add(info);
 }
 
 void readEinfahrrichtung(XMLElement const* e, Ziel& ziel) {
@@ -102,16 +167,11 @@ void readEinfahrrichtung(XMLElement const* e, Ziel& ziel) {
 // because entering the point resets its flags.
 void readSignal(XMLElement const* e, Ziel& ziel) {
   int const id = e->IntAttribute("betriebsstelle", 0);
-  auto setFirst = [&](bool Aussenanlage::BetriebsstelleInfo::*flag) {
-    for (auto& [name, info] : ziel.anlage.betriebsstellen)
-      if (info.id == id) {
-        info.*flag = true;
-        return;
-      }
+  auto setFirst = [&](bool Info::*flag) {
+    if (Info* info = ziel.nachId.first(id)) info->*flag = true;
   };
-  if (isSet(e, "stationforlengthless"))
-    setFirst(&Aussenanlage::BetriebsstelleInfo::stationforlengthless);
-  if (isSet(e, "hauptsignaltyp")) setFirst(&Aussenanlage::BetriebsstelleInfo::hauptsignaltyp);
+  if (isSet(e, "stationforlengthless")) setFirst(&Info::stationforlengthless);
+  if (isSet(e, "hauptsignaltyp")) setFirst(&Info::hauptsignaltyp);
 }
 
 }  // namespace
@@ -122,14 +182,20 @@ void Aussenanlage::readSTWA(
     std::unordered_map<std::string, Fahrtrichtung>& richtungen, std::vector<Error>& warnungen,
     Token const* token) {
   tinyxml2::XMLDocument doc(true, tinyxml2::PRESERVE_WHITESPACE);
-  if (doc.LoadFile(datei.c_str()) != tinyxml2::XML_SUCCESS)
+  // Read as a regular file only: a FIFO or a device must not block or never end.
+  std::string text;
+  if (fplc::detail::leseRegulaereDatei(datei, text, fplc::detail::maxXmlBytes) !=
+          fplc::detail::Lesestatus::Gelesen ||
+      doc.Parse(text.data(), text.size()) != tinyxml2::XML_SUCCESS)
     throw Error(token, "Außenanlage konnte nicht geöffnet werden oder ist keine XML-Datei!"_cp1252);
   XMLElement const* root = doc.FirstChildElement();
   if (!root) throw Error(token, "Außenanlage: Beschädigtes XML!"_cp1252);
   if (!hasName(root, "stelltisch") && !hasName(root, "aussenanlage"))
     throw Error(token, "Datei ist keine Quorvel-Außenanlage!"_cp1252);
 
-  Ziel ziel{*this, betriebsstellenListe, betriebsstellenByDs100, richtungen, warnungen, token};
+  IdIndex nachId(betriebsstellen);
+  Ziel ziel{*this,     nachId, betriebsstellenListe, betriebsstellenByDs100, richtungen,
+            warnungen, token};
   for (XMLElement const* e = root->FirstChildElement(); e; e = e->NextSiblingElement()) {
     if (hasName(e, "betriebsstelle"))
       readBetriebsstelle(e, ziel);

@@ -2,6 +2,7 @@
 #include <tinyxml2.h>
 #include <cstring>
 
+#include "external/dateizugriff.h"
 #include "external/install_path.h"
 #include "external/installation.h"
 #include "model/fzg.h"
@@ -47,7 +48,11 @@ void readFahrzeug(XMLElement const* e, std::unordered_map<int, Fzg>& fahrzeuge) 
 void FzgLib::readSTWB(std::vector<Error>&, Token const* token) {
   std::string const path = expandInstallPath(datei);
   tinyxml2::XMLDocument doc(true, tinyxml2::PRESERVE_WHITESPACE);
-  if (doc.LoadFile(path.c_str()) != tinyxml2::XML_SUCCESS)
+  // Read as a regular file only: a FIFO or a device must not block or never end.
+  std::string text;
+  if (fplc::detail::leseRegulaereDatei(path, text, fplc::detail::maxXmlBytes) !=
+          fplc::detail::Lesestatus::Gelesen ||
+      doc.Parse(text.data(), text.size()) != tinyxml2::XML_SUCCESS)
     throw Error(token, "Bibliothek konnte nicht geöffnet werden oder ist keine XML-Datei!"_cp1252);
   XMLElement const* root = doc.FirstChildElement();
   if (!root) throw Error(token, "Bibliothek: Beschädigtes XML!"_cp1252);

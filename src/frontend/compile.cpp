@@ -5,6 +5,7 @@
 #include <filesystem>
 #include <iterator>
 #include <map>
+#include <new>
 #include <sstream>
 #include <system_error>
 
@@ -92,6 +93,8 @@ std::optional<Befund> runLibrary(Fahrplandefinition& fpl, std::istream& in, Opti
     if (!options.noValidate) fpl.validate();
   } catch (Error const& e) {
     return befundAn(e.token, file, true, e.message);
+  } catch (std::bad_alloc const&) {
+    return befundAn(fpl.getCurrentCommand(), file, true, "nicht genug Speicher");
   } catch (std::exception const& e) {
     standardFehler = true;
     return befundAn(fpl.getCurrentCommand(), file, true, e.what());
@@ -140,6 +143,8 @@ std::string fehlerText(int code) {
   if (fehler == std::errc::read_only_file_system) return "Dateisystem ist schreibgeschützt"_cp1252;
   if (fehler == std::errc::not_a_directory) return "ein Teil des Pfads ist kein Verzeichnis";
   if (fehler == std::errc::is_a_directory) return "der Pfad ist ein Verzeichnis";
+  if (fehler == std::errc::no_such_device_or_address)
+    return "an der Stelle steht eine Pipe (FIFO), keine Datei";
   return "Systemfehler " + std::to_string(code);
 }
 

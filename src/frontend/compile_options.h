@@ -24,4 +24,5 @@ struct Options {
   std::optional<std::string> graph;  // --graph: the folder for the time–distance graphs
   std::string graphDay;              // --graph-day: "Mo" .. "So"
   std::string graphDate;             // --graph-date: "2026-12-01"
+  bool confine = false;  // --confine: files only below the root and the definition's folder
 };

@@ -8,6 +8,7 @@
 #include <algorithm>
 #include <stdexcept>
 
+#include "external/dateizugriff.h"
 #include "external/install_path.h"
 #include "external/installation.h"
 #include "interpreter/fahrtrichtungen.h"
@@ -118,7 +119,9 @@ void Fahrplandefinition::kommandoAA(Token const* cmd, bool) {
   Aussenanlage& aa = *eintrag;
   if (hatSuffix) aa.suffix = suffix;
   if (!datei.empty()) {
-    aa.datei = expandInstallPath(datei);
+    std::string pfad = expandInstallPath(datei);
+    fplc::detail::pruefeErlaubt(cmd, pfad, erlaubteVerzeichnisse);
+    aa.datei = std::move(pfad);
     aa.readSTWA(betriebsstellen, btr, aa.fahrtrichtungen, warnungen, cmd);
   }
   readBlock(aa, t);

@@ -1,4 +1,6 @@
 // BIB number path: loads a vehicle library.
+#include "external/dateizugriff.h"
+#include "external/installation.h"
 #include "model/fahrplandefinition.h"
 #include "tokenizer/std_conversions.h"
 
@@ -10,5 +12,6 @@ void Fahrplandefinition::kommandoBIB(Token const* cmd, bool) {
   // that the timetable refers to it the same way.
   Token const* pfad = nummer->next();
   if (pfad && pfad->line() == cmd->line()) lib.datei = pfad->str();
+  fplc::detail::pruefeErlaubt(cmd, expandInstallPath(lib.datei), erlaubteVerzeichnisse);
   lib.readSTWB(warnungen, cmd);
 }

@@ -1,9 +1,11 @@
 // DAT: reads and executes another definition file in place.
-#include <filesystem>
-#include <fstream>
+#include <algorithm>
+#include <istream>
 #include <memory>
+#include <streambuf>
 #include <string>
 
+#include "external/dateizugriff.h"
 #include "external/install_path.h"
 #include "external/installation.h"
 #include "model/fahrplandefinition.h"
@@ -24,10 +26,26 @@ class TiefenZaehler {
   unsigned& tiefe_;
 };
 
-bool isDirectory(std::string const& path) {
-  std::error_code ignored;
-  return std::filesystem::is_directory(path, ignored);
-}
+// The text of a file in memory, as a stream that does not copy it.
+class Speichertext : public std::streambuf {
+ public:
+  explicit Speichertext(std::string text) : text_(std::move(text)) {
+    setg(text_.data(), text_.data(), text_.data() + text_.size());
+  }
+
+ private:
+  std::string text_;
+};
+
+class Dateitext : public std::istream {
+ public:
+  explicit Dateitext(std::string text) : std::istream(nullptr), puffer_(std::move(text)) {
+    rdbuf(&puffer_);
+  }
+
+ private:
+  Speichertext puffer_;
+};
 
 }  // namespace
 
@@ -42,15 +60,28 @@ void Fahrplandefinition::kommandoDAT(Token const* cmd, bool skipOutput) {
                          "\" kann nicht eingebunden werden: mehr als "_cp1252 +
                          std::to_string(maxDateiTiefe) + " verschachtelte DAT-Kommandos.");
 
+  // The count of includes is limited as well as their depth: an include graph
+  // that doubles at each level would otherwise grow without bound.
+  if (tokenLists.size() > maxEinbindungen)
+    throw Error(cmd, std::string("Datei \"") + path +
+                         "\" kann nicht eingebunden werden: mehr als "_cp1252 +
+                         std::to_string(maxEinbindungen) + " DAT-Kommandos insgesamt.");
+  fplc::detail::pruefeErlaubt(cmd, path, erlaubteVerzeichnisse);
+
   std::unique_ptr<std::istream> text;
   if (definitionsQuelle) text = definitionsQuelle(path);
   if (!text) {
-    // A directory opens as a stream on some systems but reads as nothing.
-    auto file = std::make_unique<std::ifstream>();
-    if (!isDirectory(path)) file->open(path, std::ios::in | std::ios::binary);
-    if (!file->is_open())
+    // Only a regular file: a FIFO would block, a device (/dev/zero) never end. The
+    // text read is bounded by what is left of the limit; read() reports going past it.
+    using fplc::detail::Lesestatus;
+    std::string inhalt;
+    std::size_t const rest = maxDefinitionsBytes - std::min(gelesenBytes, maxDefinitionsBytes);
+    Lesestatus const status = fplc::detail::leseRegulaereDatei(path, inhalt, rest);
+    if (status == Lesestatus::NichtGeoeffnet)
       throw Error(cmd, std::string("Datei \"") + path + "\" konnte nicht geöffnet werden."_cp1252);
-    text = std::move(file);
+    if (status == Lesestatus::ZuGross)
+      throw Error(cmd, fplc::detail::meldungZuVielText(path, maxDefinitionsBytes));
+    text = std::make_unique<Dateitext>(std::move(inhalt));
   }
 
   TiefenZaehler tiefe(dateiTiefe);

@@ -1,6 +1,8 @@
 // M "(" numbers ")" ["(" WENN VT days ")"] modification...: changes listed trains.
+#include <algorithm>
 #include <iterator>
 #include <list>
+#include <unordered_map>
 #include <vector>
 
 #include "interpreter/modifier_parser.h"
@@ -37,6 +39,17 @@ Token const* readFolgeRegel(Token const* keyword, std::string& regel) {
     throw Error(wert, fehlt);
   regel = wert->str() + differenz->str();
   return differenz;
+}
+
+using ZugPosition = std::list<Zug>::iterator;
+
+// The trains of each number in the order of the list. Scanning every train for
+// every listed number is quadratic; the index is built once per M command.
+std::unordered_map<std::int32_t, std::vector<ZugPosition>> zuegeNachNummer(std::list<Zug>& zuege) {
+  std::unordered_map<std::int32_t, std::vector<ZugPosition>> index;
+  for (auto it = zuege.begin(); it != zuege.end(); ++it)
+    index[it->nummer].push_back(it);
+  return index;
 }
 
 unsigned wochentage(Verkehrstag const* vt) {
@@ -127,11 +140,12 @@ void Fahrplandefinition::kommandoM(Token const* cmd, bool) {
   if (mods.empty()) throw Error(cmd, "Syntaxfehler: Undefinierter Auftrag."_cp1252);
 
   std::unordered_map<Zuglauf const*, Zuglauf const*> kopien;
+  auto index = zuegeNachNummer(zuege);
   for (unsigned int nummer : nummern) {
     // Every train of the number: one given twice, and the parts of a split train.
-    std::vector<std::list<Zug>::iterator> treffer;
-    for (auto it = zuege.begin(); it != zuege.end(); ++it)
-      if (it->nummer == static_cast<std::int32_t>(nummer)) treffer.push_back(it);
+    auto gefunden = index.find(static_cast<std::int32_t>(nummer));
+    std::vector<ZugPosition> const treffer =
+        gefunden == index.end() ? std::vector<ZugPosition>() : gefunden->second;
     if (treffer.empty())
       warnungen.emplace_back(cmd, "Zug " + std::to_string(nummer) + " nicht gefunden.");
 
@@ -147,6 +161,9 @@ void Fahrplandefinition::kommandoM(Token const* cmd, bool) {
         // The modified part runs on the shared days, right after the rest.
         Verkehrstag const* original = it->verkehrstag;
         auto teil = zuege.insert(std::next(it), *it);
+        // The part follows its train in the index too, as it does in the list.
+        std::vector<ZugPosition>& positionen = gefunden->second;
+        positionen.insert(std::find(positionen.begin(), positionen.end(), it) + 1, teil);
         teil->verkehrstag = createVT_weak(original, gemeinsam);
         it->verkehrstag = createVT_weak(original, tage & ~gemeinsam);
         it = teil;

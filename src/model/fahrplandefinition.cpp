@@ -60,6 +60,7 @@ void Fahrplandefinition::clear(bool keepSettings) {
   ausgabeUebersprungen = false;
   currentCommand = nullptr;
   dateiTiefe = 0;
+  gelesenBytes = 0;
 }
 
 std::string Fahrplandefinition::createTokenLocationString(Token const* tok) const {

@@ -63,6 +63,16 @@ class FPLC_API Fahrplandefinition {
   Token const* getCurrentCommand() const { return currentCommand; }
   // Where included definition texts come from (see DefinitionsQuelle); kept by clear.
   void setDefinitionsQuelle(DefinitionsQuelle quelle) { definitionsQuelle = std::move(quelle); }
+  // The folders that every file DAT, AA, BIB and OUT open or write must lie in,
+  // after ".." and symbolic links are resolved; empty: anywhere. Kept by clear.
+  void setErlaubteVerzeichnisse(std::vector<std::string> verzeichnisse);
+  std::vector<std::string> const& getErlaubteVerzeichnisse() const { return erlaubteVerzeichnisse; }
+  // How many files DAT may include and how many bytes of definition text all
+  // files read may hold together, until the definition is cleared. Kept by clear.
+  void setLesegrenzen(std::size_t einbindungen, std::size_t bytes) {
+    maxEinbindungen = einbindungen;
+    maxDefinitionsBytes = bytes;
+  }
   // Empties every container and token list so that a new definition can be read.
   // keepSettings: the current settings category, line number, delay model and
   // routing digit survive; formation and run settings are always reset, because
@@ -139,6 +149,9 @@ class FPLC_API Fahrplandefinition {
 
   // Deepest nesting of DAT includes before the include is refused.
   static constexpr unsigned maxDateiTiefe = 64;
+  // Defaults of the limits on included files and on definition text in total.
+  static constexpr std::size_t standardEinbindungen = 10000;
+  static constexpr std::size_t standardDefinitionsBytes = std::size_t{16} << 20;
 
  private:
   using Kommando = void (Fahrplandefinition::*)(Token const* cmd, bool skipOutput);
@@ -261,4 +274,8 @@ class FPLC_API Fahrplandefinition {
   Token const* currentCommand = nullptr;
   unsigned dateiTiefe = 0;  // nesting depth of DAT includes being executed
   DefinitionsQuelle definitionsQuelle;
+  std::vector<std::string> erlaubteVerzeichnisse;  // resolved; empty: anywhere
+  std::size_t maxEinbindungen = standardEinbindungen;
+  std::size_t maxDefinitionsBytes = standardDefinitionsBytes;
+  std::size_t gelesenBytes = 0;  // definition text read since the last clear
 };

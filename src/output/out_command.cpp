@@ -1,8 +1,10 @@
 // OUT: resolves successor services and writes one timetable file per layout.
 #include <tinyxml2.h>
 
+#include <cerrno>
 #include <string>
 
+#include "external/dateizugriff.h"
 #include "external/install_path.h"
 #include "external/installation.h"
 #include "model/fahrplandefinition.h"
@@ -75,11 +77,14 @@ void Fahrplandefinition::kommandoOUT(Token const* cmd, bool skipOutput) {
   for (Aussenanlage const& aa : aussenanlagen) {
     if (aa.datei.empty()) continue;
     std::string const pfad = ausgabePfad(vorlage, aa, cmd);
+    fplc::detail::pruefeErlaubt(cmd, pfad, erlaubteVerzeichnisse);
     tinyxml2::XMLDocument doc(true, tinyxml2::PRESERVE_WHITESPACE);
     write(doc, name, aa, anlagenReferenz(aa.datei));
     // A file that cannot be saved is recorded as such; the run goes on. The old
-    // file is replaced only by a completely written new one.
-    int const fehler = fplc::detail::speichereVollstaendig(doc, pfad);
+    // file is replaced only by a completely written new one. A FIFO in its place
+    // would block the save for ever: not saved. A device is written in place.
+    int const fehler =
+        fplc::detail::istFifo(pfad) ? ENXIO : fplc::detail::speichereVollstaendig(doc, pfad);
     ausgaben.push_back({pfad, fehler == 0, fehler});
   }
 }

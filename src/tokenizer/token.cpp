@@ -102,38 +102,95 @@ T* walk(T* tok, int n) {
 }  // namespace
 
 Token::Token(TokenList const* list, std::string text, std::uint32_t line)
-    : str_(std::move(text)), tokenList_(list), line_(line) {
-  updateType();
+    : tokenList_(list), line_(line) {
+  setText(std::move(text));
+}
+
+Token::~Token() {
+  if (eigen_) delete inhalt_;
+}
+
+Token::Token(Token const& other)
+    : inhalt_(other.inhalt_),
+      tokenList_(other.tokenList_),
+      next_(other.next_),
+      prev_(other.prev_),
+      link_(other.link_),
+      line_(other.line_),
+      column_(other.column_),
+      type_(other.type_),
+      eigen_(other.eigen_) {
+  if (eigen_) inhalt_ = new Inhalt(*other.inhalt_);
+}
+
+Token& Token::operator=(Token const& other) {
+  if (this == &other) return *this;
+  Token copy(other);
+  std::swap(inhalt_, copy.inhalt_);
+  std::swap(eigen_, copy.eigen_);
+  tokenList_ = other.tokenList_;
+  next_ = other.next_;
+  prev_ = other.prev_;
+  link_ = other.link_;
+  line_ = other.line_;
+  column_ = other.column_;
+  type_ = other.type_;
+  return *this;
+}
+
+Token::Inhalt const* Token::geteilterInhalt(std::string const& text) {
+  static Inhalt const* const tabelle = [] {
+    auto* records = new Inhalt[256];  // lives as long as the program
+    for (int c = 0; c < 256; ++c)
+      records[c].str = std::string(1, static_cast<char>(c));
+    return records;
+  }();
+  if (text.size() != 1) return nullptr;
+  return &tabelle[static_cast<unsigned char>(text[0])];
+}
+
+Token::Inhalt& Token::eigenerInhalt() {
+  if (!eigen_) {
+    inhalt_ = new Inhalt(*inhalt_);
+    eigen_ = true;
+  }
+  return const_cast<Inhalt&>(*inhalt_);
+}
+
+void Token::setText(std::string text) {
+  bool const ungeaendert = !inhalt_ || (inhalt_->time == keineZeit);
+  if (Inhalt const* geteilt = geteilterInhalt(text); geteilt && ungeaendert) {
+    if (eigen_) delete inhalt_;
+    inhalt_ = geteilt;
+    eigen_ = false;
+  } else if (!inhalt_) {
+    inhalt_ = new Inhalt{std::move(text), keineZeit};
+    eigen_ = true;
+  } else {
+    eigenerInhalt().str = std::move(text);
+  }
+  type_ = typeOf(inhalt_->str, inhalt_->time);
 }
 
 void Token::str(std::string text) {
-  str_ = std::move(text);
-  updateType();
+  setText(std::move(text));
 }
 
 void Token::time(long long value) {
-  time_ = value;
-  updateType();
+  eigenerInhalt().time = value;
+  type_ = typeOf(inhalt_->str, inhalt_->time);
 }
 
 void Token::setHardcodename(bool hardcoded) {
-  if (hardcoded)
-    type_ = HardcodedName;
-  else
-    updateType();
+  type_ = hardcoded ? HardcodedName : typeOf(inhalt_->str, inhalt_->time);
 }
 
-void Token::updateType() {
-  if (time_ != keineZeit) {
-    type_ = Time;
-  } else if (isDigits(str_)) {
-    type_ = Number;
-  } else if (str_.empty()) {
-    type_ = Other;
-  } else {
-    std::size_t first = (str_.size() > 1 && str_[0] == '-') ? 1 : 0;
-    type_ = isLetter(static_cast<unsigned char>(str_[first])) ? Name : Other;
-  }
+Token::Type Token::typeOf(std::string const& text, long long time) {
+  if (time != keineZeit) return Time;
+  if (isDigits(text)) return Number;
+  if (text.empty()) return Other;
+  std::size_t first = (text.size() > 1 && text[0] == '-') ? 1 : 0;
+  return isLetter(static_cast<unsigned char>(text[first])) ? Name : Other;
 }
 
 Token* Token::tokAt(int n) {

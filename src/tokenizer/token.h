@@ -18,8 +18,11 @@ class FPLC_API Token {
   enum Type : std::uint8_t { Number = 0, Name = 1, HardcodedName = 2, Time = 3, Other = 4 };
 
   Token(TokenList const* list, std::string text, std::uint32_t line);
+  ~Token();
+  Token(Token const& other);
+  Token& operator=(Token const& other);
 
-  std::string const& str() const { return str_; }
+  std::string const& str() const { return inhalt_->str; }
   void str(std::string text);  // re-classifies the token
   Token* next() const { return next_; }
   void next(Token* t) { next_ = t; }
@@ -27,7 +30,7 @@ class FPLC_API Token {
   void prev(Token* t) { prev_ = t; }
   Token* link() const { return link_; }
   void link(Token* t) { link_ = t; }
-  long long time() const { return time_; }
+  long long time() const { return inhalt_->time; }
   void time(long long value);
   std::uint32_t line() const { return line_; }
   // The column of the token's first character in its source line, counted from 1
@@ -36,9 +39,9 @@ class FPLC_API Token {
   void column(std::uint32_t value) { column_ = value; }
   TokenList const* getTokenList() const { return tokenList_; }
   Type getType() const { return type_; }
-  bool isNumber() const { return type_ == Number; }
-  bool isName() const { return type_ == Name || type_ == HardcodedName; }
-  bool isTime() const { return type_ == Time; }
+  bool isNumber() const { return getType() == Number; }
+  bool isName() const { return getType() == Name || getType() == HardcodedName; }
+  bool isTime() const { return getType() == Time; }
   void setHardcodename(bool hardcoded);
 
   Token* tokAt(int n);
@@ -54,17 +57,27 @@ class FPLC_API Token {
   static bool Match(Token const* tok, char const* pattern);
 
  private:
-  void updateType();
+  // Text and time. Tokens of one character without a time share one record per
+  // character: a long line of signs then costs one small token per character
+  // rather than one with a string of its own.
+  struct Inhalt {
+    std::string str;
+    long long time = keineZeit;
+  };
+  static Inhalt const* geteilterInhalt(std::string const& text);
+  Inhalt& eigenerInhalt();  // copies a shared record before it is changed
+  void setText(std::string text);
+  static Type typeOf(std::string const& text, long long time);
   static int multiCompare(Token const* tok, char const* alternatives);
   static bool firstWordEquals(char const* word, char const* text);
 
-  std::string str_;
+  Inhalt const* inhalt_ = nullptr;
   TokenList const* tokenList_;
   Token* next_ = nullptr;
   Token* prev_ = nullptr;
   Token* link_ = nullptr;
-  long long time_ = keineZeit;
   std::uint32_t line_;
   std::uint32_t column_ = 0;
   Type type_ = Other;
+  bool eigen_ = false;  // whether inhalt_ is this token's own record
 };

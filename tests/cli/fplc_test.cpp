@@ -184,3 +184,24 @@ TEST_F(Fplc, CompilesTheExampleInstallationCleanly) {
 }
 
 }  // namespace
+
+namespace {
+
+using FplcConfine = Fplc;
+
+// --confine allows the installation root and the definition's folder, nothing else.
+TEST_F(FplcConfine, RefusesFilesOutsideTheRootAndTheDefinitionsFolder) {
+  tmp.write("sim/core/configTemplate/basesettings.xml", "<x/>");
+  tmp.write("aussen.fpl", "Quorvel FplDef 1\nSET Gattung A\n");
+  tmp.write("sim/fahrplaene/neben.fpl", "Quorvel FplDef 1\nSET Gattung B\n");
+  tmp.write("sim/fahrplaene/t.fpl",
+            "Quorvel FplDef 1\nDAT \"/fahrplaene/neben.fpl\"\n"
+            "DAT \"/../aussen.fpl\"\n");
+  EXPECT_EQ(fplc("--root sim --confine sim/fahrplaene/t.fpl"),
+            "1 |  | sim/fahrplaene/t.fpl:3: Fehler: Datei \"@/sim/../aussen.fpl\" (aufgelöst "
+            "\"@/aussen.fpl\") liegt außerhalb der erlaubten Verzeichnisse \"@/sim\", "
+            "\"@/sim/fahrplaene\" und wird nicht verwendet.\n");
+  EXPECT_EQ(fplc("--root sim sim/fahrplaene/t.fpl"), "0 |  | ");
+}
+
+}  // namespace

@@ -88,3 +88,45 @@ TEST(LayoutReader, ReadsPointsDirectionsAndSignalFlagsAcrossFilesOrFaultsAtTheCo
 }
 
 }  // namespace
+
+namespace {
+
+// A signal sets its flag on the first point of its id in the map's order; a
+// point entered again under its name moves to its new id, also for points read
+// from an earlier file of the same layout.
+TEST(LayoutReader, SignalsFindThePointOfTheirIdAfterItsLatestEntry) {
+  TempDir dir;
+  Token const command{nullptr, "AA", 4};
+  Aussenanlage anlage;
+  std::list<Betriebsstelle> punkte;
+  std::unordered_map<std::string, Betriebsstelle*> byDs100;
+  decltype(anlage.fahrtrichtungen) richtungen;
+  std::vector<Error> warnungen;
+  anlage.datei = dir.write("a.stwa", R"(<aussenanlage>
+  <betriebsstelle name="A" id="5"/><betriebsstelle name="B" id="5"/><betriebsstelle name="C" id="7"/>
+  </aussenanlage>)");
+  anlage.readSTWA(punkte, byDs100, richtungen, warnungen, &command);
+  anlage.datei = dir.write("b.stwa", R"(<aussenanlage>
+  <betriebsstelle name="C" id="9"/><signal betriebsstelle="7" hauptsignaltyp="1"/>
+  <signal betriebsstelle="9" stationforlengthless="1"/><signal betriebsstelle="5" hauptsignaltyp="1"/>
+  <betriebsstelle name="A" id="6"/><signal betriebsstelle="5" stationforlengthless="1"/>
+  </aussenanlage>)");
+  anlage.readSTWA(punkte, byDs100, richtungen, warnungen, &command);
+
+  // Of A and B (both 5 when the first id-5 signal came), the first in the map's order.
+  std::string ersteMit5;
+  for (auto const& [name, info] : anlage.betriebsstellen)
+    if (name == "A" || name == "B") {
+      ersteMit5 = name;
+      break;
+    }
+  std::string flags;
+  for (auto const& [name, i] :
+       std::map(anlage.betriebsstellen.begin(), anlage.betriebsstellen.end()))
+    flags += name + std::to_string(i.id) + ":" + std::to_string(i.stationforlengthless) +
+             std::to_string(i.hauptsignaltyp) + " ";
+  // A was entered again (flags reset) after the first id-5 signal; the second one finds only B.
+  EXPECT_EQ(flags, ersteMit5 == "A" ? "A6:00 B5:10 C9:10 " : "A6:00 B5:11 C9:10 ");
+}
+
+}  // namespace

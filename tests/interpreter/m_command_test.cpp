@@ -90,3 +90,22 @@ TEST_F(MCommand, ChangesListedTrainsOnTheConditionsDaysInCopiesOfRunsOrWarnsOrFa
 }
 
 }  // namespace
+
+namespace {
+
+using MCommandIndex = DefinitionTest;
+
+// A number listed twice meets the part split off by its first listing, right
+// after the train it came from: GLEIS then finds N1 gone and says so.
+TEST_F(MCommandIndex, ANumberListedAgainFindsThePartsSplitOffBefore) {
+  run(kZuege + "M (4711 4711) (WENN VT (Sa + So)) GLEIS XA . N1 N3\n");
+  std::string texte = zuege(fpl, 4711);
+  for (Error const& w : fpl.getWarnungen())
+    texte += "\n" + fault(w);
+  EXPECT_EQ(texte,
+            "RB 1 Eins#1 28800 12345 -: N1 / -1, N1 / -1,; "
+            "RB 1 Eins_M#3 28800 67 -: N3 / -1, N1 / -1,; \n"
+            "z. 18 GLEIS: Modifikation von GLEIS konnte bei Zug 4711 nicht angewandt werden.");
+}
+
+}  // namespace

@@ -74,3 +74,26 @@ TEST(TokenNavigation, WalksLinksAndDeletes) {
 }
 
 }  // namespace
+
+namespace {
+
+// Tokens of one character share their text; changing one leaves the others as they were.
+TEST(TokenSharing, ChangingOneTokenOfACharacterLeavesTheOthersAlone) {
+  Token minus{nullptr, "-", 1}, andererMinus{nullptr, "-", 2};
+  Token eins{nullptr, "1", 1}, andereEins{nullptr, "1", 1};
+  Token x{nullptr, "x", 1}, anderesX{nullptr, "x", 1};
+  minus.str("->");
+  eins.time(60);
+  x.setHardcodename(true);
+  Token kopie = eins;
+  eins.str("2");
+  auto zeige = [](Token const& t) {
+    return t.str() + "/" + std::to_string(t.getType()) + "/" + std::to_string(t.time());
+  };
+  EXPECT_EQ(zeige(minus) + " " + zeige(andererMinus), "->/4/4294967295 -/4/4294967295");
+  EXPECT_EQ(zeige(eins) + " " + zeige(kopie) + " " + zeige(andereEins),
+            "2/3/60 1/3/60 1/0/4294967295");
+  EXPECT_EQ(zeige(x) + " " + zeige(anderesX), "x/2/4294967295 x/1/4294967295");
+}
+
+}  // namespace
