@@ -1,5 +1,6 @@
 // BIB number path: loads a vehicle library.
 #include "external/dateizugriff.h"
+#include "external/install_path.h"
 #include "external/installation.h"
 #include "model/fahrplandefinition.h"
 #include "tokenizer/std_conversions.h"

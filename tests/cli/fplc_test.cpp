@@ -198,9 +198,10 @@ TEST_F(FplcConfine, RefusesFilesOutsideTheRootAndTheDefinitionsFolder) {
             "Quorvel FplDef 1\nDAT \"/fahrplaene/neben.fpl\"\n"
             "DAT \"/../aussen.fpl\"\n");
   EXPECT_EQ(fplc("--root sim --confine sim/fahrplaene/t.fpl"),
-            "1 |  | sim/fahrplaene/t.fpl:3: Fehler: Datei \"@/sim/../aussen.fpl\" (aufgelöst "
+            "1 |  | sim/fahrplaene/t.fpl:3:1: Fehler: Datei \"@/sim/../aussen.fpl\" (aufgelöst "
             "\"@/aussen.fpl\") liegt außerhalb der erlaubten Verzeichnisse \"@/sim\", "
-            "\"@/sim/fahrplaene\" und wird nicht verwendet.\n");
+            "\"@/sim/fahrplaene\" und wird nicht verwendet.\n DAT \"/../aussen.fpl\"\n ^~~\n"
+            "1 Fehler.\n");
   EXPECT_EQ(fplc("--root sim sim/fahrplaene/t.fpl"), "0 |  | ");
 }
 
