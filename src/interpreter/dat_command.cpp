@@ -66,11 +66,13 @@ void Fahrplandefinition::kommandoDAT(Token const* cmd, bool skipOutput) {
     throw Error(cmd, std::string("Datei \"") + path +
                          "\" kann nicht eingebunden werden: mehr als "_cp1252 +
                          std::to_string(maxEinbindungen) + " DAT-Kommandos insgesamt.");
-  fplc::detail::pruefeErlaubt(cmd, path, erlaubteVerzeichnisse);
 
+  // A text the front-end hands in (an editor's open buffer) is the author's own;
+  // only files read from disk are confined.
   std::unique_ptr<std::istream> text;
   if (definitionsQuelle) text = definitionsQuelle(path);
   if (!text) {
+    fplc::detail::pruefeErlaubt(cmd, path, erlaubteVerzeichnisse);
     // Only a regular file: a FIFO would block, a device (/dev/zero) never end. The
     // text read is bounded by what is left of the limit; read() reports going past it.
     using fplc::detail::Lesestatus;

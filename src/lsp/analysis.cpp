@@ -45,13 +45,13 @@ std::optional<std::string> richteInstallationEin(Options const& options) {
   return std::nullopt;
 }
 
-// CONFINEMENT: files the server did not open itself may only come from the
-// installation root and the document's folder. Once the library offers
-// `Fahrplandefinition::setErlaubteVerzeichnisse`, call it here:
-//   fpl.setErlaubteVerzeichnisse({quorvelpath, fs::path(pfad).parent_path().string()});
+// Files the server did not open itself may only come from the installation root
+// and the document's folder: a definition can name any path, and the editor
+// compiles whatever the author's buffer holds. Open buffers are read as they are.
 void begrenzeVerzeichnisse(Fahrplandefinition& fpl, std::string const& pfad) {
-  (void)fpl;
-  (void)pfad;
+  std::vector<std::string> erlaubt{fs::path(pfad).parent_path().string()};
+  if (!quorvelpath.empty()) erlaubt.push_back(quorvelpath);
+  fpl.setErlaubteVerzeichnisse(std::move(erlaubt));
 }
 
 // Hover shows each train's successor: a definition without OUT, which the

@@ -236,6 +236,23 @@ TEST_F(ServerTest, JumpsIntoAnIncludedFileTheEditorHasOpen) {
   EXPECT_EQ(s.response(2)["result"]["range"], range(2, 0, 9));
 }
 
+// A definition in the editor may include from disk only what lies beside it or in
+// its installation; a buffer the editor has open is the author's own and is read.
+TEST_F(ServerTest, ReadsIncludesFromDiskOnlyBesideTheDocument) {
+  TempDir aussen;
+  std::string const draussen = aussen.write("draussen.fpl", "Quorvel FplDef 1\nBTR XB Bhof\n");
+  std::string const offen = (aussen.path() / "offen.fpl").string();
+  std::string const main = "Quorvel FplDef 1\nDAT \"" + offen + "\"\nDAT \"" + draussen + "\"\n";
+  test::Session s =
+      serve(initialize() + didOpen(offen, "Quorvel FplDef 1\nBTR XA Ahof\n") + didOpen(path, main));
+  json d = s.diagnostics(path);
+  ASSERT_EQ(d.size(), 1u) << d.dump();
+  EXPECT_EQ(d[0]["range"], range(2, 0, 3));
+  EXPECT_EQ(d[0]["message"], "Datei \"" + draussen +
+                                 "\" liegt außerhalb der erlaubten Verzeichnisse \"" +
+                                 dir.path().string() + "\" und wird nicht verwendet.");
+}
+
 TEST_F(ServerTest, HoversShowTrainsRunsAndDays) {
   struct Case {
     int line, character;
