@@ -208,6 +208,7 @@ class Fahrplandefinition {
   signed char calcLenkziffer(Zug const* zug, Aussenanlage const* aa,
                              std::string const& bahnhof) const;
   // (further helpers of postprocess and validate go here)
+  friend struct ResolveTestAccess;  // lets tests run the resolution with plain scans
 
   // --- output ---
   // (helpers of write and OUT go here)
