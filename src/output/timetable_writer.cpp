@@ -12,6 +12,7 @@
 #include <vector>
 
 #include "model/fahrplandefinition.h"
+#include "model/zeit_arithmetik.h"
 #include "output/run_patterns.h"
 #include "output/zeit.h"
 
@@ -115,7 +116,7 @@ void schreibeMusterEintrag(XMLElement* vorlage, MusterEintrag const& m, long lon
   XMLElement* e = neuesElement(vorlage, m.element);
   e->SetAttribute("ref", m.ref.c_str());
   for (MusterAttribut const& a : m.attribute) {
-    std::string wert = a.istZeit ? zeitText(reftime + a.zeit) : a.text;
+    std::string wert = a.istZeit ? zeitText(fplc::detail::zeitPlus(reftime, a.zeit)) : a.text;
     e->SetAttribute(a.name, wert.c_str());
   }
 }
@@ -164,7 +165,7 @@ void schreibeFahrtrichtungen(XMLElement* fahrplan, Aussenanlage const& aa) {
 
 // Reference time of a train's path: its own offset plus its run's reference time.
 long long pfadReftime(GeschriebenerZug const& g) {
-  return g.zug->reftime + g.lauf->reftime;
+  return fplc::detail::zeitPlus(g.zug->reftime, g.lauf->reftime);
 }
 
 void schreibeZugAttribute(XMLElement* e, Aussenanlage const& aa, GeschriebenerZug const& g) {
@@ -252,8 +253,14 @@ void Fahrplandefinition::write(tinyxml2::XMLDocument& doc, std::string const& na
   std::vector<GeschriebenerZug> geschrieben;
   std::unordered_set<Reihung const*> benutzteReihungen;
   std::unordered_set<Verkehrstag const*> benutzteTage;
+  // Trains of one series share a run: look it up once per stretch.
+  Zuglauf const* letzterLauf = nullptr;
+  LaufImTemplate const* lauf = nullptr;
   for (Zug const& zug : zuege) {
-    LaufImTemplate const* lauf = templates.finde(zug.zuglauf);
+    if (zug.zuglauf != letzterLauf) {
+      letzterLauf = zug.zuglauf;
+      lauf = templates.finde(zug.zuglauf);
+    }
     if (!lauf) continue;
     signed char lz = calcLenkziffer(&zug, &aussenanlage, lauf->lenkzifferBahnhof);
     geschrieben.push_back({&zug, lauf, lz});
