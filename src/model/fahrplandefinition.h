@@ -212,6 +212,14 @@ class Fahrplandefinition {
 
   // --- output ---
   // (helpers of write and OUT go here)
+  // The trains of each run with their places in the train list, so that writing
+  // every layout need not walk the whole list for each. Built by the first
+  // write() after post-processing and used only while `postprocessed` holds:
+  // the commands that change trains or runs clear that flag, and postprocess()
+  // and clear() drop the index.
+  mutable std::unordered_map<Zuglauf const*, std::vector<std::pair<std::size_t, Zug const*>>>
+      zuegeNachLauf;
+  mutable bool zuegeNachLaufAktuell = false;
 
   // Token lists, one per file read, the main file first.
   std::vector<std::unique_ptr<TokenList>> tokenLists;

@@ -166,15 +166,18 @@ Laufbild bildeLaufbild(Aussenanlage const& aa, Zuglauf const& lauf) {
 Zuglauftemplates bildeZuglauftemplates(Aussenanlage const& aa, std::list<Zuglauf> const& zl,
                                        std::list<Zug> const& zuege) {
   // Trains of one series follow each other with one run: each run is entered
-  // once per stretch, which keeps this walk cheap for every layout.
+  // once per stretch.
   std::vector<Zuglauf const*> benutzt;
   for (Zug const& z : zuege)
     if (z.zuglauf && (benutzt.empty() || benutzt.back() != z.zuglauf)) benutzt.push_back(z.zuglauf);
   std::sort(benutzt.begin(), benutzt.end(), std::less<>());
-  auto istBenutzt = [&](Zuglauf const* lauf) {
+  return bildeZuglauftemplates(aa, zl, [&](Zuglauf const* lauf) {
     return std::binary_search(benutzt.begin(), benutzt.end(), lauf, std::less<>());
-  };
+  });
+}
 
+Zuglauftemplates bildeZuglauftemplates(Aussenanlage const& aa, std::list<Zuglauf> const& zl,
+                                       std::function<bool(Zuglauf const*)> const& istBenutzt) {
   Zuglauftemplates ergebnis;
   std::unordered_map<std::string, Zuglauftemplate const*> nachSchluessel;
   for (Zuglauf const& lauf : zl) {

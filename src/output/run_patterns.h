@@ -3,6 +3,7 @@
 // timetable shows, with which attributes, and which runs share one
 // "zuglauftemplate" because they differ only by a constant time shift.
 #include <cstddef>
+#include <functional>
 #include <list>
 #include <string>
 #include <unordered_map>
@@ -70,3 +71,6 @@ Laufbild bildeLaufbild(Aussenanlage const& aa, Zuglauf const& lauf);
 // runs without a written entry in the layout get none.
 Zuglauftemplates bildeZuglauftemplates(Aussenanlage const& aa, std::list<Zuglauf> const& zl,
                                        std::list<Zug> const& zuege);
+// The same with the runs that trains use given by `istBenutzt`.
+Zuglauftemplates bildeZuglauftemplates(Aussenanlage const& aa, std::list<Zuglauf> const& zl,
+                                       std::function<bool(Zuglauf const*)> const& istBenutzt);

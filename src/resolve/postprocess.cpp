@@ -205,6 +205,8 @@ void fplc::detail::ueberMitternachtFortschreiben(Zuglauf& lauf) {
 void Fahrplandefinition::postprocess() {
   if (postprocessed) return;
   postprocessed = true;
+  zuegeNachLauf.clear();
+  zuegeNachLaufAktuell = false;
   for (Zuglauf& lauf : zl)
     fplc::detail::ueberMitternachtFortschreiben(lauf);
 
