@@ -200,8 +200,10 @@ std::filesystem::path writeSyntheticInstallation(std::filesystem::path const& fo
     if (l.wendet) wendendeZuege += zuegeDerLinie;
     laeufe << zuglauf(l, true) << zuglauf(l, false);
 
+    // Lines that turn on one track share a formation, so that a successor
+    // found there is congruent.
     plan.text << "SET Linie RB | Nahverkehr " << 10 + nummer % 90 << "\n"
-              << "SET Reihung " << reihungen[nummer % 3] << "\n";
+              << "SET Reihung " << reihungen[l.gleis % 3] << "\n";
     // The return run leaves a few minutes after the arrival, so that the
     // turnaround finds it; through lines start at any minute.
     int const start = zufall.zwischen(4 * 60, 7 * 60 + 59);

@@ -22,6 +22,7 @@ void Fahrplandefinition::clear(bool keepSettings) {
   zuege.clear();
   zuegeByNummer.clear();
   zuegeNachLauf.clear();
+  benutzteLaeufe.clear();
   zuegeNachLaufAktuell = false;
   segmente.clear();
   segmenteByKey.clear();

@@ -219,6 +219,7 @@ class Fahrplandefinition {
   // and clear() drop the index.
   mutable std::unordered_map<Zuglauf const*, std::vector<std::pair<std::size_t, Zug const*>>>
       zuegeNachLauf;
+  mutable std::vector<Zuglauf const*> benutzteLaeufe;  // runs with trains, in definition order
   mutable bool zuegeNachLaufAktuell = false;
 
   // Token lists, one per file read, the main file first.

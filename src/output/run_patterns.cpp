@@ -171,17 +171,19 @@ Zuglauftemplates bildeZuglauftemplates(Aussenanlage const& aa, std::list<Zuglauf
   for (Zug const& z : zuege)
     if (z.zuglauf && (benutzt.empty() || benutzt.back() != z.zuglauf)) benutzt.push_back(z.zuglauf);
   std::sort(benutzt.begin(), benutzt.end(), std::less<>());
-  return bildeZuglauftemplates(aa, zl, [&](Zuglauf const* lauf) {
-    return std::binary_search(benutzt.begin(), benutzt.end(), lauf, std::less<>());
-  });
+  std::vector<Zuglauf const*> benutzteLaeufe;
+  for (Zuglauf const& lauf : zl)
+    if (std::binary_search(benutzt.begin(), benutzt.end(), &lauf, std::less<>()))
+      benutzteLaeufe.push_back(&lauf);
+  return bildeZuglauftemplates(aa, benutzteLaeufe);
 }
 
-Zuglauftemplates bildeZuglauftemplates(Aussenanlage const& aa, std::list<Zuglauf> const& zl,
-                                       std::function<bool(Zuglauf const*)> const& istBenutzt) {
+Zuglauftemplates bildeZuglauftemplates(Aussenanlage const& aa,
+                                       std::vector<Zuglauf const*> const& benutzteLaeufe) {
   Zuglauftemplates ergebnis;
   std::unordered_map<std::string, Zuglauftemplate const*> nachSchluessel;
-  for (Zuglauf const& lauf : zl) {
-    if (!istBenutzt(&lauf)) continue;
+  for (Zuglauf const* laufZeiger : benutzteLaeufe) {
+    Zuglauf const& lauf = *laufZeiger;
     Laufbild bild = bildeLaufbild(aa, lauf);
     if (bild.eintraege.empty()) continue;
     Zuglauftemplate const*& vorlage = nachSchluessel[schluessel(bild.eintraege)];

@@ -3,7 +3,6 @@
 // timetable shows, with which attributes, and which runs share one
 // "zuglauftemplate" because they differ only by a constant time shift.
 #include <cstddef>
-#include <functional>
 #include <list>
 #include <string>
 #include <unordered_map>
@@ -71,6 +70,6 @@ Laufbild bildeLaufbild(Aussenanlage const& aa, Zuglauf const& lauf);
 // runs without a written entry in the layout get none.
 Zuglauftemplates bildeZuglauftemplates(Aussenanlage const& aa, std::list<Zuglauf> const& zl,
                                        std::list<Zug> const& zuege);
-// The same with the runs that trains use given by `istBenutzt`.
-Zuglauftemplates bildeZuglauftemplates(Aussenanlage const& aa, std::list<Zuglauf> const& zl,
-                                       std::function<bool(Zuglauf const*)> const& istBenutzt);
+// The same from the runs that trains use, given in definition order.
+Zuglauftemplates bildeZuglauftemplates(Aussenanlage const& aa,
+                                       std::vector<Zuglauf const*> const& benutzteLaeufe);

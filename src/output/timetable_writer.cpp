@@ -291,10 +291,12 @@ void Fahrplandefinition::write(tinyxml2::XMLDocument& doc, std::string const& na
   if (postprocessed) {
     if (!zuegeNachLaufAktuell) {
       zuegeNachLauf = zuegeJeLauf(zuege);
+      benutzteLaeufe.clear();
+      for (Zuglauf const& lauf : zl)
+        if (zuegeNachLauf.contains(&lauf)) benutzteLaeufe.push_back(&lauf);
       zuegeNachLaufAktuell = true;
     }
-    templates = bildeZuglauftemplates(
-        aussenanlage, zl, [&](Zuglauf const* lauf) { return zuegeNachLauf.contains(lauf); });
+    templates = bildeZuglauftemplates(aussenanlage, benutzteLaeufe);
     zuegeDerAnlage = zuegeInListenfolge(templates, zuegeNachLauf);
   } else {
     templates = bildeZuglauftemplates(aussenanlage, zl, zuege);

@@ -206,6 +206,7 @@ void Fahrplandefinition::postprocess() {
   if (postprocessed) return;
   postprocessed = true;
   zuegeNachLauf.clear();
+  benutzteLaeufe.clear();
   zuegeNachLaufAktuell = false;
   for (Zuglauf& lauf : zl)
     fplc::detail::ueberMitternachtFortschreiben(lauf);
