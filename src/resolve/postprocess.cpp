@@ -69,7 +69,9 @@ std::string tageOhneFolge(Zug const& zug, Verschiebungen const& verschiebungen) 
 
 // "+2", "+0" or "-1": the successor rule that a run copy carries.
 std::string folgeText(long long verschiebung) {
-  return (verschiebung >= 0 ? "+" : "") + std::to_string(verschiebung);
+  std::string text = std::to_string(verschiebung);
+  if (verschiebung >= 0) text.insert(text.begin(), '+');
+  return text;
 }
 
 // Run copies with a fixed successor rule, shared by every train that had the
