@@ -128,7 +128,13 @@ std::string schluessel(std::vector<MusterEintrag> const& eintraege) {
     feld(m.ref);
     for (MusterAttribut const& a : m.attribute) {
       feld(a.name);
-      feld(a.istZeit ? "t" + std::to_string(a.zeit) : a.text);
+      if (!a.istZeit) {
+        feld(a.text);
+        continue;
+      }
+      std::string zeit = std::to_string(a.zeit);
+      zeit.insert(zeit.begin(), 't');  // no concatenation: GCC 12 warns falsely on it
+      feld(zeit);
     }
     s += ';';
   }
