@@ -196,7 +196,10 @@ std::filesystem::path writeSyntheticInstallation(std::filesystem::path const& fo
     Linie l{nummer, nummer % (layouts - 1), 1 + (nummer / (layouts - 1)) % kGleise, false,
             zufall.zwischen(14, 30)};
     int const zuegeDerLinie = anzahl < 1 ? rest : (taeglich ? 2 : 4) * anzahl;
-    l.wendet = wendendeZuege < parameters.successorShare * (plan.zuege + zuegeDerLinie);
+    // A line turns when that brings the share of turning trains closer to the
+    // one asked for.
+    l.wendet = wendendeZuege + zuegeDerLinie / 2.0 <=
+               parameters.successorShare * (plan.zuege + zuegeDerLinie);
     if (l.wendet) wendendeZuege += zuegeDerLinie;
     laeufe << zuglauf(l, true) << zuglauf(l, false);
 
