@@ -223,9 +223,19 @@ class FPLC_API Fahrplandefinition {
   signed char calcLenkziffer(Zug const* zug, Aussenanlage const* aa,
                              std::string const& bahnhof) const;
   // (further helpers of postprocess and validate go here)
+  friend struct ResolveTestAccess;  // lets tests run the resolution with plain scans
 
   // --- output ---
   // (helpers of write and OUT go here)
+  // The trains of each run with their places in the train list, so that writing
+  // every layout need not walk the whole list for each. Built by the first
+  // write() after post-processing and used only while `postprocessed` holds:
+  // the commands that change trains or runs clear that flag, and postprocess()
+  // and clear() drop the index.
+  mutable std::unordered_map<Zuglauf const*, std::vector<std::pair<std::size_t, Zug const*>>>
+      zuegeNachLauf;
+  mutable std::vector<Zuglauf const*> benutzteLaeufe;  // runs with trains, in definition order
+  mutable bool zuegeNachLaufAktuell = false;
 
   // Token lists, one per file read, the main file first.
   std::vector<std::unique_ptr<TokenList>> tokenLists;

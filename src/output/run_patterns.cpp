@@ -1,8 +1,11 @@
 #include "output/run_patterns.h"
 
+#include <algorithm>
+#include <functional>
 #include <string_view>
 #include <unordered_set>
 
+#include "model/zeit_arithmetik.h"
 #include "tokenizer/cp1252.h"
 #include "tokenizer/error.h"
 #include "tokenizer/token.h"
@@ -73,7 +76,7 @@ void text(MusterEintrag& m, char const* name, std::string value) {
 }
 
 void zeit(MusterEintrag& m, char const* name, long long t, long long reftime) {
-  if (t != keineZeit) m.attribute.push_back({name, {}, t - reftime, true});
+  if (t != keineZeit) m.attribute.push_back({name, {}, fplc::detail::zeitMinus(t, reftime), true});
 }
 
 // The attributes after "ref", each only when its condition holds.
@@ -125,7 +128,13 @@ std::string schluessel(std::vector<MusterEintrag> const& eintraege) {
     feld(m.ref);
     for (MusterAttribut const& a : m.attribute) {
       feld(a.name);
-      feld(a.istZeit ? "t" + std::to_string(a.zeit) : a.text);
+      if (!a.istZeit) {
+        feld(a.text);
+        continue;
+      }
+      std::string zeit = std::to_string(a.zeit);
+      zeit.insert(zeit.begin(), 't');  // no concatenation: GCC 12 warns falsely on it
+      feld(zeit);
     }
     s += ';';
   }
@@ -163,14 +172,25 @@ Laufbild fplc::detail::bildeLaufbild(Aussenanlage const& aa, Zuglauf const& lauf
 Zuglauftemplates fplc::detail::bildeZuglauftemplates(Aussenanlage const& aa,
                                                      std::list<Zuglauf> const& zl,
                                                      std::list<Zug> const& zuege) {
-  std::unordered_set<Zuglauf const*> benutzt;
+  // Trains of one series follow each other with one run: each run is entered
+  // once per stretch.
+  std::vector<Zuglauf const*> benutzt;
   for (Zug const& z : zuege)
-    if (z.zuglauf) benutzt.insert(z.zuglauf);
+    if (z.zuglauf && (benutzt.empty() || benutzt.back() != z.zuglauf)) benutzt.push_back(z.zuglauf);
+  std::sort(benutzt.begin(), benutzt.end(), std::less<>());
+  std::vector<Zuglauf const*> benutzteLaeufe;
+  for (Zuglauf const& lauf : zl)
+    if (std::binary_search(benutzt.begin(), benutzt.end(), &lauf, std::less<>()))
+      benutzteLaeufe.push_back(&lauf);
+  return bildeZuglauftemplates(aa, benutzteLaeufe);
+}
 
+Zuglauftemplates fplc::detail::bildeZuglauftemplates(
+    Aussenanlage const& aa, std::vector<Zuglauf const*> const& benutzteLaeufe) {
   Zuglauftemplates ergebnis;
   std::unordered_map<std::string, Zuglauftemplate const*> nachSchluessel;
-  for (Zuglauf const& lauf : zl) {
-    if (!benutzt.count(&lauf)) continue;
+  for (Zuglauf const* laufZeiger : benutzteLaeufe) {
+    Zuglauf const& lauf = *laufZeiger;
     Laufbild bild = bildeLaufbild(aa, lauf);
     if (bild.eintraege.empty()) continue;
     Zuglauftemplate const*& vorlage = nachSchluessel[schluessel(bild.eintraege)];

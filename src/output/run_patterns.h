@@ -72,6 +72,9 @@ Laufbild bildeLaufbild(Aussenanlage const& aa, Zuglauf const& lauf);
 // runs without a written entry in the layout get none.
 Zuglauftemplates bildeZuglauftemplates(Aussenanlage const& aa, std::list<Zuglauf> const& zl,
                                        std::list<Zug> const& zuege);
+// The same from the runs that trains use, given in definition order.
+Zuglauftemplates bildeZuglauftemplates(Aussenanlage const& aa,
+                                       std::vector<Zuglauf const*> const& benutzteLaeufe);
 
 }  // namespace fplc::detail
 

@@ -12,6 +12,7 @@
 #include <vector>
 
 #include "model/fahrplandefinition.h"
+#include "model/zeit_arithmetik.h"
 #include "output/run_patterns.h"
 #include "output/zeit.h"
 
@@ -115,7 +116,7 @@ void schreibeMusterEintrag(XMLElement* vorlage, MusterEintrag const& m, long lon
   XMLElement* e = neuesElement(vorlage, m.element);
   e->SetAttribute("ref", m.ref.c_str());
   for (MusterAttribut const& a : m.attribute) {
-    std::string wert = a.istZeit ? zeitText(reftime + a.zeit) : a.text;
+    std::string wert = a.istZeit ? zeitText(fplc::detail::zeitPlus(reftime, a.zeit)) : a.text;
     e->SetAttribute(a.name, wert.c_str());
   }
 }
@@ -164,7 +165,7 @@ void schreibeFahrtrichtungen(XMLElement* fahrplan, Aussenanlage const& aa) {
 
 // Reference time of a train's path: its own offset plus its run's reference time.
 long long pfadReftime(GeschriebenerZug const& g) {
-  return g.zug->reftime + g.lauf->reftime;
+  return fplc::detail::zeitPlus(g.zug->reftime, g.lauf->reftime);
 }
 
 void schreibeZugAttribute(XMLElement* e, Aussenanlage const& aa, GeschriebenerZug const& g) {
@@ -240,25 +241,80 @@ void schreibeTaktzuege(XMLElement* fahrplan, std::vector<GeschriebenerZug> const
   }
 }
 
+using ZuegeNachLauf =
+    std::unordered_map<Zuglauf const*, std::vector<std::pair<std::size_t, Zug const*>>>;
+
+// Every train with a run, under its run, with its place in the list.
+ZuegeNachLauf zuegeJeLauf(std::list<Zug> const& zuege) {
+  ZuegeNachLauf index;
+  std::size_t platz = 0;
+  Zuglauf const* letzterLauf = nullptr;
+  std::vector<std::pair<std::size_t, Zug const*>>* fach = nullptr;
+  for (Zug const& zug : zuege) {
+    ++platz;
+    if (!zug.zuglauf) continue;
+    if (zug.zuglauf != letzterLauf) {  // trains of one series share a run
+      letzterLauf = zug.zuglauf;
+      fach = &index[zug.zuglauf];
+    }
+    fach->emplace_back(platz, &zug);
+  }
+  return index;
+}
+
+// The trains of the runs that have a template, in list order.
+std::vector<Zug const*> zuegeInListenfolge(Zuglauftemplates const& templates,
+                                           ZuegeNachLauf const& index) {
+  std::vector<std::pair<std::size_t, Zug const*>> gesammelt;
+  for (auto const& [lauf, imTemplate] : templates.fuerLauf) {
+    auto const& zuege = index.at(lauf);
+    gesammelt.insert(gesammelt.end(), zuege.begin(), zuege.end());
+  }
+  std::sort(gesammelt.begin(), gesammelt.end());
+  std::vector<Zug const*> ergebnis;
+  ergebnis.reserve(gesammelt.size());
+  for (auto const& [platz, zug] : gesammelt)
+    ergebnis.push_back(zug);
+  return ergebnis;
+}
+
 }  // namespace
 
 void Fahrplandefinition::write(tinyxml2::XMLDocument& doc, std::string const& name,
                                Aussenanlage const& aussenanlage,
                                std::string const& aussenanlageRef) const {
-  Zuglauftemplates const templates = bildeZuglauftemplates(aussenanlage, zl, zuege);
+  // The trains whose run has a template here, in list order. After
+  // post-processing they come from the index of trains by run, which the first
+  // layout builds; otherwise from a walk over the whole list.
+  Zuglauftemplates templates;
+  std::vector<Zug const*> zuegeDerAnlage;
+  if (postprocessed) {
+    if (!zuegeNachLaufAktuell) {
+      zuegeNachLauf = zuegeJeLauf(zuege);
+      benutzteLaeufe.clear();
+      for (Zuglauf const& lauf : zl)
+        if (zuegeNachLauf.contains(&lauf)) benutzteLaeufe.push_back(&lauf);
+      zuegeNachLaufAktuell = true;
+    }
+    templates = bildeZuglauftemplates(aussenanlage, benutzteLaeufe);
+    zuegeDerAnlage = zuegeInListenfolge(templates, zuegeNachLauf);
+  } else {
+    templates = bildeZuglauftemplates(aussenanlage, zl, zuege);
+    for (Zug const& zug : zuege)
+      if (templates.finde(zug.zuglauf)) zuegeDerAnlage.push_back(&zug);
+  }
 
   // A train is written where its run has a template; only what those trains use
   // is written besides them.
   std::vector<GeschriebenerZug> geschrieben;
   std::unordered_set<Reihung const*> benutzteReihungen;
   std::unordered_set<Verkehrstag const*> benutzteTage;
-  for (Zug const& zug : zuege) {
-    LaufImTemplate const* lauf = templates.finde(zug.zuglauf);
-    if (!lauf) continue;
-    signed char lz = calcLenkziffer(&zug, &aussenanlage, lauf->lenkzifferBahnhof);
-    geschrieben.push_back({&zug, lauf, lz});
-    if (zug.reihung) benutzteReihungen.insert(zug.reihung);
-    if (zug.verkehrstag) benutzteTage.insert(zug.verkehrstag);
+  for (Zug const* zug : zuegeDerAnlage) {
+    LaufImTemplate const* lauf = templates.finde(zug->zuglauf);
+    signed char lz = calcLenkziffer(zug, &aussenanlage, lauf->lenkzifferBahnhof);
+    geschrieben.push_back({zug, lauf, lz});
+    if (zug->reihung) benutzteReihungen.insert(zug->reihung);
+    if (zug->verkehrstag) benutzteTage.insert(zug->verkehrstag);
   }
   Vorlagennummern<Reihung> const rhg(reihungen, benutzteReihungen);
   Vorlagennummern<Verkehrstag> const tage(verkehrstage, benutzteTage);

@@ -15,7 +15,11 @@ long long fplc::detail::folgeZugnummer(Zug const& zug) {
 }
 
 long long fplc::detail::abfahrtAmStart(Zug const& zug) {
-  return zug.zuglauf->eintraege.front().ab + zug.reftime;
+  return fplc::detail::zeitPlus(zug.zuglauf->eintraege.front().ab, zug.reftime);
+}
+
+long long fplc::detail::ankunftAmZiel(Zug const& zug) {
+  return fplc::detail::zeitPlus(zug.zuglauf->eintraege.back().an, zug.reftime);
 }
 
 bool fplc::detail::faehrtAm(Zug const& zug, char tag) {
@@ -37,11 +41,12 @@ struct Kandidat {
   long long reftime = 0;
 
   void pruefe(Zug const& k, long long start, long long verschiebung) {
-    start += verschiebung;
-    if (start > ankunft && start - ankunft < bester) {
-      bester = start - ankunft;
+    using fplc::detail::zeitMinus;
+    start = fplc::detail::zeitPlus(start, verschiebung);
+    if (start > ankunft && zeitMinus(start, ankunft) < bester) {
+      bester = zeitMinus(start, ankunft);
       zug = &k;
-      reftime = k.reftime + verschiebung;
+      reftime = fplc::detail::zeitPlus(k.reftime, verschiebung);
     }
   }
 };
@@ -55,7 +60,7 @@ Zug const* Zug::getFolgeleistung(std::list<Zug> const& zuege, long long datum,
   // A train without a run has no end to be followed from.
   if (!zuglauf || zuglauf->eintraege.empty()) return nullptr;
   long long nummerDerFolge = folgeZugnummer(*this);
-  Kandidat kandidat{zuglauf->eintraege.back().an + eigeneRef};
+  Kandidat kandidat{fplc::detail::zeitPlus(zuglauf->eintraege.back().an, eigeneRef)};
 
   for (Zug const& k : zuege) {
     if (k.nummer != nummerDerFolge || !k.zuglauf || k.zuglauf->eintraege.empty()) continue;

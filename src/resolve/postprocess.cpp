@@ -7,6 +7,7 @@
 #include <map>
 #include <optional>
 #include <string>
+#include <unordered_map>
 #include <utility>
 #include <vector>
 
@@ -22,23 +23,16 @@ constexpr long long kMitternachtsSprung = 72000;
 
 // Adds the day shift to one time of a run and moves it (and every later time)
 // on by a day when it lies 20 hours or more before the previous time.
+// Absurd times wrap around instead of overflowing.
 void zeitFortschreiben(long long& zeit, long long& tagVerschiebung, long long& vorherige) {
+  using fplc::detail::zeitPlus;
   if (zeit == keineZeit) return;
-  zeit += tagVerschiebung;
-  if (vorherige - zeit >= kMitternachtsSprung) {
-    zeit += kSekundenProTag;
-    tagVerschiebung += kSekundenProTag;
+  zeit = zeitPlus(zeit, tagVerschiebung);
+  if (fplc::detail::zeitMinus(vorherige, zeit) >= kMitternachtsSprung) {
+    zeit = zeitPlus(zeit, kSekundenProTag);
+    tagVerschiebung = zeitPlus(tagVerschiebung, kSekundenProTag);
   }
   vorherige = zeit;
-}
-
-void ueberMitternachtFortschreiben(Zuglauf& lauf) {
-  long long tagVerschiebung = 0;
-  long long vorherige = 0;
-  for (FplEintrag& e : lauf.eintraege) {
-    zeitFortschreiben(e.an, tagVerschiebung, vorherige);
-    zeitFortschreiben(e.ab, tagVerschiebung, vorherige);
-  }
 }
 
 bool hatAutomatischeFolge(Zug const& zug) {
@@ -55,24 +49,12 @@ char wochentag(int index) {
   return static_cast<char>('1' + index);
 }
 
-// The train number of the closest train starting where `zug` ends (same
-// operating point, same track) on weekday `tag`; 0 when there is none.
-std::int32_t automatischeFolgenummer(std::list<Zug> const& zuege, Zug const& zug, char tag) {
-  FplEintrag const& ende = zug.zuglauf->eintraege.back();
-  auto beginntAmEnde = [&](Zug const& k) {
-    FplEintrag const& start = k.zuglauf->eintraege.front();
-    return start.typ == FplEintrag::Start && start.bahnhof == ende.bahnhof &&
-           start.gleis == ende.gleis;
-  };
-  Zug const* folge = naechsterFolgezug(zuege, ende.an + zug.reftime, tag, beginntAmEnde);
-  return folge ? folge->nummer : 0;
-}
-
-Verschiebungen folgenJeWochentag(std::list<Zug> const& zuege, Zug const& zug) {
+Verschiebungen folgenJeWochentag(fplc::detail::AutomatischeFolgesuche const& suche,
+                                 Zug const& zug) {
   Verschiebungen verschiebungen;
   for (int i = 0; i < 7; ++i) {
     if (!faehrtAm(zug, wochentag(i))) continue;
-    std::int32_t nummer = automatischeFolgenummer(zuege, zug, wochentag(i));
+    std::int32_t nummer = suche.folge(zug, wochentag(i));
     if (nummer != 0) verschiebungen[i] = static_cast<long long>(nummer) - zug.nummer;
   }
   return verschiebungen;
@@ -88,7 +70,9 @@ std::string tageOhneFolge(Zug const& zug, Verschiebungen const& verschiebungen) 
 
 // "+2", "+0" or "-1": the successor rule that a run copy carries.
 std::string folgeText(long long verschiebung) {
-  return (verschiebung >= 0 ? "+" : "") + std::to_string(verschiebung);
+  std::string text = std::to_string(verschiebung);
+  if (verschiebung >= 0) text.insert(text.begin(), '+');
+  return text;
 }
 
 // Run copies with a fixed successor rule, shared by every train that had the
@@ -145,7 +129,8 @@ std::vector<Tagesgruppe> gruppiereNachVerschiebung(Verschiebungen const& verschi
 // from the train's days as the first group left them. Weekdays in no group
 // drop out; with no group at all the train keeps no run.
 void aufteilenNachFolge(Zug& zug, std::vector<Tagesgruppe> const& gruppen, Laufkopien& laufkopien,
-                        std::list<Zug>& zuege, Fahrplandefinition& fpl) {
+                        std::list<Zug>& zuege, Fahrplandefinition& fpl,
+                        fplc::detail::AutomatischeFolgesuche const& suche) {
   Zuglauf const* lauf = zug.zuglauf;
   zug.zuglauf = nullptr;
   for (std::size_t i = 0; i < gruppen.size(); ++i) {
@@ -158,29 +143,100 @@ void aufteilenNachFolge(Zug& zug, std::vector<Tagesgruppe> const& gruppen, Laufk
     Zug weiterer = zug;
     weiterer.zuglauf = kopie;
     weiterer.verkehrstag = fpl.createVT_weak(zug.verkehrstag, gruppen[i].maske);
-    zuege.push_back(std::move(weiterer));
+    suche.angehaengt(zuege.emplace_back(std::move(weiterer)));
   }
 }
 
+// Whether `k` starts its run where `ende` lies: same operating point, same track.
+bool beginntAn(Zug const& k, FplEintrag const& ende) {
+  FplEintrag const& start = k.zuglauf->eintraege.front();
+  return start.typ == FplEintrag::Start && start.bahnhof == ende.bahnhof &&
+         start.gleis == ende.gleis;
+}
+
+// The trains whose run starts at an operating point and track, in list order,
+// so that the automatic successor search looks only at those. A train enters
+// under the first entry of its run when it is indexed; a train's run changes
+// during post-processing only to a copy that starts alike, or to none, and the
+// search judges every candidate by its state at the time of the search, exactly
+// as a scan of the whole list would.
+class Startindex {
+ public:
+  explicit Startindex(std::list<Zug> const& zuege) {
+    for (Zug const& zug : zuege)
+      aufnehmen(zug);
+  }
+
+  void aufnehmen(Zug const& zug) {
+    if (!zug.zuglauf || zug.zuglauf->eintraege.empty()) return;
+    FplEintrag const& start = zug.zuglauf->eintraege.front();
+    if (start.typ == FplEintrag::Start) faecher[schluessel(start)].push_back(&zug);
+  }
+
+  std::int32_t folge(Zug const& zug, char tag) const {
+    FplEintrag const& ende = zug.zuglauf->eintraege.back();
+    auto fach = faecher.find(schluessel(ende));
+    if (fach == faecher.end()) return 0;
+    Zug const* gefunden = naechsterFolgezug(fach->second, ankunftAmZiel(zug), tag,
+                                            [&](Zug const& k) { return beginntAn(k, ende); });
+    return gefunden ? gefunden->nummer : 0;
+  }
+
+ private:
+  // Operating point and track; names hold no NUL byte, so the pair stays apart.
+  static std::string schluessel(FplEintrag const& e) {
+    std::string s = e.bahnhof;
+    s += '\0';
+    s += e.gleis;
+    return s;
+  }
+
+  std::unordered_map<std::string, std::vector<Zug const*>> faecher;
+};
+
 }  // namespace
+
+void fplc::detail::ueberMitternachtFortschreiben(Zuglauf& lauf) {
+  long long tagVerschiebung = 0;
+  long long vorherige = 0;
+  for (FplEintrag& e : lauf.eintraege) {
+    zeitFortschreiben(e.an, tagVerschiebung, vorherige);
+    zeitFortschreiben(e.ab, tagVerschiebung, vorherige);
+  }
+}
 
 void Fahrplandefinition::postprocess() {
   if (postprocessed) return;
   postprocessed = true;
+  zuegeNachLauf.clear();
+  benutzteLaeufe.clear();
+  zuegeNachLaufAktuell = false;
   for (Zuglauf& lauf : zl)
-    ueberMitternachtFortschreiben(lauf);
+    fplc::detail::ueberMitternachtFortschreiben(lauf);
 
+  Startindex index(zuege);
+  fplc::detail::AutomatischeFolgesuche suche{
+      [&](Zug const& zug, char tag) { return index.folge(zug, tag); },
+      [&](Zug const& zug) { index.aufnehmen(zug); }};
+  fplc::detail::loeseAutomatischeFolgenAuf(*this, zuege, zl, zlCounter, warnungen, suche);
+}
+
+void fplc::detail::loeseAutomatischeFolgenAuf(Fahrplandefinition& fpl, std::list<Zug>& zuege,
+                                              std::list<Zuglauf>& zl, std::uint32_t& zlCounter,
+                                              std::vector<Error>& warnungen,
+                                              AutomatischeFolgesuche const& suche) {
   Laufkopien laufkopien(zl, zlCounter);
   // Trains appended while splitting are reached too: list iterators stay valid.
   for (auto it = zuege.begin(); it != zuege.end(); ++it) {
     Zug& zug = *it;
     if (!hatAutomatischeFolge(zug)) continue;
-    Verschiebungen verschiebungen = folgenJeWochentag(zuege, zug);
+    Verschiebungen verschiebungen = folgenJeWochentag(suche, zug);
     std::string ohneFolge = tageOhneFolge(zug, verschiebungen);
     if (!ohneFolge.empty())
       warnungen.emplace_back(zug.token, std::string("Folgeleistung für Zug "_cp1252) +
                                             std::to_string(zug.nummer) + " am " +
                                             formatWeekdayList(ohneFolge) + " nicht ermittelbar.");
-    aufteilenNachFolge(zug, gruppiereNachVerschiebung(verschiebungen), laufkopien, zuege, *this);
+    aufteilenNachFolge(zug, gruppiereNachVerschiebung(verschiebungen), laufkopien, zuege, fpl,
+                       suche);
   }
 }

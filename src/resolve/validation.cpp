@@ -5,6 +5,7 @@
 #include <optional>
 #include <set>
 #include <string>
+#include <unordered_map>
 #include <utility>
 #include <vector>
 
@@ -23,8 +24,9 @@ constexpr long long kErsteStundeEnde = 3600;
 constexpr long long kLetzteStundeBeginn = 82800;
 
 // Whether `zeit` lies before `bezug` by less than the midnight threshold.
+// Absurd times wrap around instead of overflowing.
 bool liegtKurzDavor(long long zeit, long long bezug) {
-  return zeit < bezug && bezug - zeit < kMitternachtsSprung;
+  return zeit < bezug && fplc::detail::zeitMinus(bezug, zeit) < kMitternachtsSprung;
 }
 
 // What one run does with one layout: how often it enters and leaves it, and
@@ -132,8 +134,8 @@ class Laufpruefung {
 
   void pruefeLaufzeit(FplEintrag const& erster) {
     if (!kleinste) return;
-    if (*groesste - *kleinste > kDreiStunden && *kleinste > kErsteStundeEnde &&
-        *groesste < kLetzteStundeBeginn)
+    if (fplc::detail::zeitMinus(*groesste, *kleinste) > kDreiStunden &&
+        *kleinste > kErsteStundeEnde && *groesste < kLetzteStundeBeginn)
       warne(erster.token, "Zuglaufzeit größer 3 Stunden."_cp1252);
   }
 
@@ -216,31 +218,57 @@ void meldeBefund(std::vector<Error>& warnungen, Zug const& zug, Folgebefund cons
 }
 
 // Checks the successor that a train's run names, weekday by weekday.
-void pruefeFolgeleistung(std::list<Zug> const& zuege, Zug const& zug,
+void pruefeFolgeleistung(fplc::detail::NummernFolgesuche const& suche, Zug const& zug,
                          std::vector<Error>& warnungen) {
   long long nummer = folgeZugnummer(zug);
   // Existence is a matter of the train list alone, not of the days a train runs.
-  bool existiert =
-      std::any_of(zuege.begin(), zuege.end(), [&](Zug const& k) { return k.nummer == nummer; });
-  if (!existiert) {
+  if (!suche.existiert(nummer)) {
     warnungen.emplace_back(zug.token, "Folgeleistung von Zug " + std::to_string(zug.nummer) +
                                           ", Zug " + std::to_string(nummer) + ", existiert nicht.");
     return;
   }
-  long long ankunft = zug.zuglauf->eintraege.back().an + zug.reftime;
-  auto traegtNummer = [&](Zug const& k) { return k.nummer == nummer; };
+  long long ankunft = ankunftAmZiel(zug);
   Folgebefund befund;
   for (char tag = '1'; tag <= '7'; ++tag)
-    if (faehrtAm(zug, tag))
-      ordneTagEin(befund, zug, naechsterFolgezug(zuege, ankunft, tag, traegtNummer), tag);
+    if (faehrtAm(zug, tag)) ordneTagEin(befund, zug, suche.folge(nummer, ankunft, tag), tag);
   meldeBefund(warnungen, zug, befund);
 }
+
+// The trains of the list by number, each number's trains in list order.
+class Nummernindex {
+ public:
+  explicit Nummernindex(std::list<Zug> const& zuege) {
+    for (Zug const& zug : zuege)
+      nachNummer[zug.nummer].push_back(&zug);
+  }
+
+  bool existiert(long long nummer) const { return nachNummer.contains(nummer); }
+
+  Zug const* folge(long long nummer, long long ankunft, char tag) const {
+    auto fach = nachNummer.find(nummer);
+    if (fach == nachNummer.end()) return nullptr;
+    return naechsterFolgezug(fach->second, ankunft, tag, [](Zug const&) { return true; });
+  }
+
+ private:
+  std::unordered_map<long long, std::vector<Zug const*>> nachNummer;
+};
 
 }  // namespace
 
 void Fahrplandefinition::validate() {
   for (Zuglauf const& lauf : zl)
     Laufpruefung(aussenanlagen, warnungen).pruefe(lauf);
+  Nummernindex index(zuege);
+  fplc::detail::pruefeFesteFolgen(zuege, warnungen,
+                                  {[&](long long nummer) { return index.existiert(nummer); },
+                                   [&](long long nummer, long long ankunft, char tag) {
+                                     return index.folge(nummer, ankunft, tag);
+                                   }});
+}
+
+void fplc::detail::pruefeFesteFolgen(std::list<Zug> const& zuege, std::vector<Error>& warnungen,
+                                     NummernFolgesuche const& suche) {
   for (Zug const& zug : zuege)
-    if (hatFesteFolge(zug)) pruefeFolgeleistung(zuege, zug, warnungen);
+    if (hatFesteFolge(zug)) pruefeFolgeleistung(suche, zug, warnungen);
 }

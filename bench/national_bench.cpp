@@ -1,0 +1,157 @@
+// The whole compile of a synthetic national timetable (50 layouts, 20% of the
+// trains turning with "FOLGE ZN *"): read, execute, post-process, write every
+// layout into memory and save it, validate. Beside it the floor: tinyxml2
+// alone building and printing the same documents and saving them. After the
+// run the program prints the ratio of each size to its floor and the growth
+// from 10,000 to 100,000 trains.
+#include <benchmark/benchmark.h>
+#include <tinyxml2.h>
+
+#include <cstdio>
+#include <filesystem>
+#include <fstream>
+#include <map>
+#include <memory>
+#include <sstream>
+#include <string>
+#include <vector>
+
+#include "external/installation.h"
+#include "generator/synthetic_timetable.h"
+#include "model/fahrplandefinition.h"
+
+namespace {
+
+namespace fs = std::filesystem;
+
+// One generated installation and its definition text.
+struct Installation {
+  fs::path ordner;
+  fs::path definition;
+  std::string text;
+  // The documents of a compile, as texts, for the floor to rebuild.
+  std::vector<std::string> dokumente;
+};
+
+Installation& installation(int zuege) {
+  static std::map<int, std::unique_ptr<Installation>> vorrat;
+  std::unique_ptr<Installation>& inst = vorrat[zuege];
+  if (inst) return *inst;
+  inst = std::make_unique<Installation>();
+  inst->ordner = fs::temp_directory_path() / ("fplc-bench-" + std::to_string(zuege));
+  inst->definition = fplc::bench::writeSyntheticInstallation(inst->ordner, {zuege, 50, 0.2, 1});
+  std::ostringstream text;
+  text << std::ifstream(inst->definition, std::ios::binary).rdbuf();
+  inst->text = text.str();
+  return *inst;
+}
+
+void speichere(fs::path const& datei, char const* text, std::size_t laenge) {
+  if (FILE* f = std::fopen(datei.c_str(), "wb")) {
+    std::fwrite(text, 1, laenge, f);
+    std::fclose(f);
+  }
+}
+
+fs::path ausgabe(Installation const& inst, Aussenanlage const& aa) {
+  return inst.ordner / "stellwerke" / (aa.name + "_bench.xml");
+}
+
+// One whole compile; keeps the documents when `dokumente` is given.
+void kompiliere(Installation const& inst, std::vector<std::string>* dokumente) {
+  quorvelpath = inst.ordner.string();
+  Fahrplandefinition fpl;
+  std::istringstream in(inst.text);
+  fpl.read(in, inst.definition.string());
+  fpl.execute(true, static_cast<TokenList const*>(nullptr));
+  fpl.postprocess();
+  for (Aussenanlage const& aa : fpl.getAussenanlagen()) {
+    tinyxml2::XMLDocument doc(true, tinyxml2::PRESERVE_WHITESPACE);
+    fpl.write(doc, "Synthetisch", aa, fs::path(aa.datei).filename().string());
+    tinyxml2::XMLPrinter printer;
+    doc.Print(&printer);
+    speichere(ausgabe(inst, aa), printer.CStr(), static_cast<std::size_t>(printer.CStrSize() - 1));
+    if (dokumente) dokumente->emplace_back(printer.CStr());
+  }
+  fpl.validate();
+  benchmark::DoNotOptimize(fpl.getWarnungen().size());
+}
+
+void BM_Compile(benchmark::State& state) {
+  Installation& inst = installation(static_cast<int>(state.range(0)));
+  for (auto _ : state)
+    kompiliere(inst, nullptr);
+  state.counters["trains"] = static_cast<double>(state.range(0));
+}
+
+// Builds a copy of `quelle` under `ziel` with NewElement and SetAttribute.
+void baueNach(tinyxml2::XMLDocument& doc, tinyxml2::XMLElement const* quelle,
+              tinyxml2::XMLNode* ziel) {
+  for (; quelle; quelle = quelle->NextSiblingElement()) {
+    tinyxml2::XMLElement* e = doc.NewElement(quelle->Name());
+    for (tinyxml2::XMLAttribute const* a = quelle->FirstAttribute(); a; a = a->Next())
+      e->SetAttribute(a->Name(), a->Value());
+    ziel->InsertEndChild(e);
+    baueNach(doc, quelle->FirstChildElement(), e);
+  }
+}
+
+// The floor: the same documents built element by element and printed.
+void BM_Floor(benchmark::State& state) {
+  Installation& inst = installation(static_cast<int>(state.range(0)));
+  if (inst.dokumente.empty()) kompiliere(inst, &inst.dokumente);
+  std::vector<std::unique_ptr<tinyxml2::XMLDocument>> vorlagen;
+  for (std::string const& text : inst.dokumente) {
+    vorlagen.push_back(std::make_unique<tinyxml2::XMLDocument>());
+    vorlagen.back()->Parse(text.c_str(), text.size());
+  }
+  fs::path const datei = inst.ordner / "stellwerke" / "floor_bench.xml";
+  for (auto _ : state) {
+    for (auto const& vorlage : vorlagen) {
+      tinyxml2::XMLDocument doc(true, tinyxml2::PRESERVE_WHITESPACE);
+      doc.InsertEndChild(doc.NewDeclaration());
+      baueNach(doc, vorlage->RootElement(), &doc);
+      tinyxml2::XMLPrinter printer;
+      doc.Print(&printer);
+      speichere(datei, printer.CStr(), static_cast<std::size_t>(printer.CStrSize() - 1));
+    }
+  }
+  state.counters["trains"] = static_cast<double>(state.range(0));
+}
+
+BENCHMARK(BM_Compile)->Arg(10000)->Arg(30000)->Arg(100000)->Unit(benchmark::kMillisecond);
+BENCHMARK(BM_Floor)->Arg(10000)->Arg(30000)->Arg(100000)->Unit(benchmark::kMillisecond);
+
+// Keeps the processor time per iteration of every run for the summary: on a
+// shared machine it varies far less than the wall-clock time.
+class Sammler : public benchmark::ConsoleReporter {
+ public:
+  void ReportRuns(std::vector<Run> const& runs) override {
+    for (Run const& run : runs)
+      if (run.run_type == Run::RT_Iteration && run.iterations > 0)
+        zeiten[run.benchmark_name()] =
+            run.cpu_accumulated_time / static_cast<double>(run.iterations);
+    ConsoleReporter::ReportRuns(runs);
+  }
+  std::map<std::string, double> zeiten;
+};
+
+}  // namespace
+
+int main(int argc, char** argv) {
+  benchmark::Initialize(&argc, argv);
+  Sammler sammler;
+  benchmark::RunSpecifiedBenchmarks(&sammler);
+  auto& z = sammler.zeiten;
+  for (char const* n : {"10000", "30000", "100000"}) {
+    std::string const c = std::string("BM_Compile/") + n, f = std::string("BM_Floor/") + n;
+    if (z.contains(c) && z.contains(f) && z[f] > 0)
+      std::printf("%7s trains: compile %.3f s, floor %.3f s (CPU), ratio to floor %.2f\n", n, z[c],
+                  z[f], z[c] / z[f]);
+  }
+  if (z.contains("BM_Compile/10000") && z.contains("BM_Compile/100000"))
+    std::printf("growth from 10,000 to 100,000 trains: %.2f times the time\n",
+                z["BM_Compile/100000"] / z["BM_Compile/10000"]);
+  benchmark::Shutdown();
+  return 0;
+}
