@@ -99,6 +99,14 @@ TEST_F(ChecksTest, EachCheckFindsItsCaseAndOnlyThat) {
        "9:1 Betriebsstelle XQQQ implizit generiert.\n"
        "9:1 Zug verlässt Außenanlage 'Bergheide' nicht mehr.\n",
        false},
+      // zeit-aus-fehlender-zeit: an entry time from a stop without departure
+      {"a time computed from a missing one",
+       zweiPunkte + "ZL L {\nXA . N1 H 8:00 -\n<- XB . C\n}\nZ 1 (0:00 L) Mo\n",
+       "6:1 [zeit-aus-fehlender-zeit] Zeit aus einer fehlenden Zeit berechnet: 4294967340 liegt "
+       "weit außerhalb eines Tages. | Die Zeit ist \"keine Zeit\" (4294967295) plus 45 Sekunden; "
+       "dem Eintrag davor oder danach fehlt eine Zeit.\n"},
+      {"an entry time computed from a real one",
+       zweiPunkte + "ZL L {\nXA . N1 H 8:00 8:05\n<- XB . C\n}\nZ 1 (0:00 L) Mo\n", ""},
       // ignorierte-angaben
       {"surplus words of SET", "SET Linie S 7 8 9\nSET Reihung ~ R x\n",
        "2:15 [ignorierte-angaben] Angaben ohne Wirkung: '8 9' wird von SET nicht gelesen.\n"
