@@ -225,7 +225,11 @@ class SvgSchreiber {
       double vx = 0, vy = 0;
       auto punkt = [&](double x, double y) {
         if (befehl == 'L') striche.push_back({vx, vy, x, y});
-        d += (d.empty() ? "" : " ") + std::string(1, befehl) + zahl(x) + " " + zahl(y);
+        if (!d.empty()) d += ' ';
+        d += befehl;
+        d += zahl(x);
+        d += ' ';
+        d += zahl(y);
         befehl = 'L';
         vx = x, vy = y;
       };

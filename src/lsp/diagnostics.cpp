@@ -30,8 +30,10 @@ nlohmann::json rangeOf(Analyse const& analyse, Diagnose const& d) {
 
 nlohmann::json diagnostic(Analyse const& analyse, Diagnose const& d) {
   std::string message = cp1252::toUtf8(d.meldung);
-  for (std::string const& notiz : d.notizen)
-    message += "\n" + cp1252::toUtf8(notiz);
+  for (std::string const& notiz : d.notizen) {
+    message += '\n';
+    message += cp1252::toUtf8(notiz);
+  }
   nlohmann::json out = {{"range", rangeOf(analyse, d)},
                         {"severity", d.fehler ? kError : kWarning},
                         {"source", "fplc"},

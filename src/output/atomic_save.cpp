@@ -73,8 +73,11 @@ int speichereVollstaendig(tinyxml2::XMLDocument const& doc, std::string const& p
 
   std::string const ziel = zielDatei(pfad);
   fs::path const zielPfad(ziel);
-  std::string vorlage =
-      (zielPfad.parent_path() / ("." + zielPfad.filename().string() + ".XXXXXX")).string();
+  // Built by appending: GCC 12 warns falsely about "." + std::string&&.
+  std::string versteckt = ".";
+  versteckt += zielPfad.filename().string();
+  versteckt += ".XXXXXX";
+  std::string vorlage = (zielPfad.parent_path() / versteckt).string();
   std::vector<char> name(vorlage.begin(), vorlage.end());
   name.push_back('\0');
   errno = 0;
