@@ -73,7 +73,7 @@ for name in $cases; do
     "$fplc" --root "$work" --check --no-validate "$work/$name.fpl" > /dev/null 2> "$work/$name.err"
   status=$?
   read -r elapsed peak_kb < <(tail -n 1 "$work/$name.time")
-  message="$(grep -v '^Command' "$work/$name.err" | tail -n 1 | sed "s|$work|…|g" | cut -c 1-110)"
+  message="$(grep -E ': (Fehler|Warnung): |^fplc: ' "$work/$name.err" | head -n 1 | sed "s|$work|…|g" | cut -c 1-110)"
   case $status in
     0) outcome="ok" ;;
     1) outcome="exit 1: ${message}" ;;
