@@ -7,39 +7,15 @@
 #include <sstream>
 #include <string>
 
+#include "support/fplc_runner.h"
 #include "support/temp_dir.h"
 
 namespace fs = std::filesystem;
 
 namespace {
 
-std::string readFile(std::string const& path) {
-  std::ostringstream text;
-  text << std::ifstream(path, std::ios::binary).rdbuf();
-  return text.str();
-}
-
 // Runs the built fplc in a fresh directory that holds the definition files.
-class Fplc : public ::testing::Test {
- protected:
-  void SetUp() override {
-    if (std::string(FPLC_BINARY).empty()) GTEST_SKIP() << "fplc is not built";
-  }
-  // The exit status, stdout and stderr, joined by " | "; "@" stands for the directory.
-  std::string fplc(std::string const& args) {
-    std::string const command =
-        "cd '" + dir + "' && '" FPLC_BINARY "' " + args + " >stdout.txt 2>stderr.txt";
-    int const raw = std::system(command.c_str());
-    std::string text = std::to_string(WIFEXITED(raw) ? WEXITSTATUS(raw) : -1) + " | " +
-                       readFile(dir + "/stdout.txt") + " | " + readFile(dir + "/stderr.txt");
-    for (std::size_t i; (i = text.find(dir)) != std::string::npos;)
-      text.replace(i, dir.size(), "@");
-    return text;
-  }
-
-  TempDir tmp;
-  std::string const dir = tmp.path().string();
-};
+using Fplc = FplcRunner;
 
 TEST_F(Fplc, ReportsDiagnosticsAndTimetableFilesWithExitStatus) {
   tmp.write("sim/core/configTemplate/basesettings.xml", "<x/>");

@@ -7,38 +7,18 @@
 #include <sstream>
 #include <string>
 
+#include "support/fplc_runner.h"
 #include "support/temp_dir.h"
 
 namespace {
 
 namespace fs = std::filesystem;
 
-std::string readFile(std::string const& path) {
-  std::ostringstream text;
-  text << std::ifstream(path, std::ios::binary).rdbuf();
-  return text.str();
-}
-
-class FplcGraph : public ::testing::Test {
+// fplc with --root sim, an installation holding only its marker file.
+class FplcGraph : public FplcRunner {
  protected:
-  void SetUp() override {
-    if (std::string(FPLC_BINARY).empty()) GTEST_SKIP() << "fplc is not built";
-    tmp.write("sim/core/configTemplate/basesettings.xml", "<x/>");
-  }
-  // The exit status, stdout and stderr, joined by " | "; "@" stands for the directory.
-  std::string fplc(std::string const& args) {
-    std::string const command =
-        "cd '" + dir + "' && '" FPLC_BINARY "' --root sim " + args + " >stdout.txt 2>stderr.txt";
-    int const raw = std::system(command.c_str());
-    std::string text = std::to_string(WIFEXITED(raw) ? WEXITSTATUS(raw) : -1) + " | " +
-                       readFile(dir + "/stdout.txt") + " | " + readFile(dir + "/stderr.txt");
-    for (std::size_t i; (i = text.find(dir)) != std::string::npos;)
-      text.replace(i, dir.size(), "@");
-    return text;
-  }
-
-  TempDir tmp;
-  std::string const dir = tmp.path().string();
+  void SetUp() override { tmp.write("sim/core/configTemplate/basesettings.xml", "<x/>"); }
+  std::string fplc(std::string const& args) { return FplcRunner::fplc("--root sim " + args); }
 };
 
 constexpr char const* kPlan =
@@ -75,7 +55,8 @@ TEST_F(FplcGraph, WritesGraphsAndSaysWhatItCouldNotDraw) {
            keinePosition},
       {"--check --graph g kaputt.fpl",
        "1 |  | fplc: Bildfahrplan nicht geschrieben: die Definition ist mit einem Fehler "
-       "abgebrochen.\nkaputt.fpl:2:1: Fehler: Syntaxfehler: Befehl ohne Argumente.\n XYZ\n ^~~\n1 Fehler.\n"},
+       "abgebrochen.\nkaputt.fpl:2:1: Fehler: Syntaxfehler: Befehl ohne Argumente.\n XYZ\n ^~~\n1 "
+       "Fehler.\n"},
       {"--check --graph datei plan.fpl",
        "1 |  | "
        "fplc: Bildfahrplan: Verzeichnis \"datei\" für den Bildfahrplan kann nicht angelegt "
