@@ -6,18 +6,8 @@ set -euo pipefail
 cd "$(dirname "$0")/../.."
 
 packages="chromium fonts-dejavu-core"
-missing=""
-for p in $packages; do
-  dpkg-query -W -f='${Status}' "$p" 2>/dev/null | grep -q 'install ok installed' || missing="$missing $p"
-done
-if [ -n "$missing" ]; then
-  if [ "$(id -u)" != 0 ]; then
-    echo "graph-browser: missing Debian packages:$missing (apt-get install$missing)" >&2
-    exit 1
-  fi
-  apt-get update
-  DEBIAN_FRONTEND=noninteractive apt-get install -y --no-install-recommends $missing
-fi
+# The Makefile installs them (apt-get as root) or prints the line to run.
+make -s deps PACKAGES="$packages"
 
 make deps
 # Warnings are the business of the other CI builds; this one only needs fplc.

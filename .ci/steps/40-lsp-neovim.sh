@@ -5,20 +5,8 @@ set -euo pipefail
 cd "$(dirname "$0")/../.."
 
 packages="cmake make g++ libtinyxml2-dev libcli11-dev nlohmann-json3-dev neovim"
-missing=""
-for p in $packages; do
-  dpkg-query -W -f='${Status}' "$p" 2>/dev/null | grep -q 'install ok installed' ||
-    missing="$missing $p"
-done
-if [ -n "$missing" ]; then
-  if [ "$(id -u)" = 0 ]; then
-    apt-get update
-    DEBIAN_FRONTEND=noninteractive apt-get install -y --no-install-recommends $missing
-  else
-    echo "Missing Debian packages:$missing (run as root to install them)" >&2
-    exit 1
-  fi
-fi
+# The Makefile installs them (apt-get as root) or prints the line to run.
+make -s deps PACKAGES="$packages"
 
 build=build-ci-lsp
 cmake -S . -B "$build" -DCMAKE_BUILD_TYPE=RelWithDebInfo -DFPLC_TESTS=OFF -DFPLC_WERROR=ON

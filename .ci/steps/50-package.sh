@@ -13,18 +13,8 @@ set -euo pipefail
 cd "$(dirname "$0")/../.."
 
 packages="cmake make g++ pkg-config binutils libtinyxml2-dev libgtest-dev"
-missing=""
-for p in $packages; do
-  dpkg-query -W -f='${Status}' "$p" 2>/dev/null | grep -q 'install ok installed' || missing="$missing $p"
-done
-if [ -n "$missing" ]; then
-  if [ "$(id -u)" = 0 ]; then
-    apt-get update && DEBIAN_FRONTEND=noninteractive apt-get install -y --no-install-recommends $missing
-  else
-    echo "package step: missing Debian packages:$missing" >&2
-    exit 1
-  fi
-fi
+# The Makefile installs them (apt-get as root) or prints the line to run.
+make -s deps PACKAGES="$packages"
 
 ulimit -v 4194304  # 4 GiB per process: the compiler needs far less
 step_timeout=900   # seconds for each build or run
