@@ -22,9 +22,7 @@ void Fahrplandefinition::clear(bool keepSettings) {
   // Records point at tokens and at each other: drop them all before the tokens.
   zuege.clear();
   zuegeByNummer.clear();
-  zuegeNachLauf.clear();
-  benutzteLaeufe.clear();
-  zuegeNachLaufAktuell = false;
+  schreibindex = {};
   segmente.clear();
   segmenteByKey.clear();
   zl.clear();

@@ -28,7 +28,8 @@
 
 namespace tinyxml2 {
 class XMLDocument;
-}
+class XMLPrinter;
+}  // namespace tinyxml2
 
 class FPLC_API Fahrplandefinition {
  public:
@@ -226,16 +227,31 @@ class FPLC_API Fahrplandefinition {
   friend struct ResolveTestAccess;  // lets tests run the resolution with plain scans
 
   // --- output ---
-  // (helpers of write and OUT go here)
+  // write() into a printer: the text of the same document, which OUT saves
+  // without building the document in memory.
+  void writeText(tinyxml2::XMLPrinter& printer, std::string const& name,
+                 Aussenanlage const& aussenanlage, std::string const& aussenanlageRef) const;
+  // The writer of both: `Ziel` builds a document or prints (output/xml_ziel.h).
+  template <typename Ziel>
+  void schreibeFahrplan(Ziel& ziel, std::string const& name, Aussenanlage const& aussenanlage,
+                        std::string const& aussenanlageRef) const;
   // The trains of each run with their places in the train list, so that writing
   // every layout need not walk the whole list for each. Built by the first
   // write() after post-processing and used only while `postprocessed` holds:
   // the commands that change trains or runs clear that flag, and postprocess()
   // and clear() drop the index.
-  mutable std::unordered_map<Zuglauf const*, std::vector<std::pair<std::size_t, Zug const*>>>
-      zuegeNachLauf;
-  mutable std::vector<Zuglauf const*> benutzteLaeufe;  // runs with trains, in definition order
-  mutable bool zuegeNachLaufAktuell = false;
+  struct Schreibindex {
+    std::unordered_map<Zuglauf const*, std::vector<std::pair<std::size_t, Zug const*>>>
+        zuegeNachLauf;
+    std::vector<Zuglauf const*> benutzteLaeufe;  // runs with trains, in definition order
+    // Places in benutzteLaeufe of the runs with an entry at an operating point,
+    // and of those entering or leaving a layout, so that each layout looks only
+    // at the runs that touch it.
+    std::unordered_map<std::string, std::vector<std::size_t>> laeufeNachBetriebsstelle;
+    std::unordered_map<std::string, std::vector<std::size_t>> laeufeNachAnlage;
+    bool aktuell = false;
+  };
+  mutable Schreibindex schreibindex;
 
   // Token lists, one per file read, the main file first.
   std::vector<std::unique_ptr<TokenList>> tokenLists;

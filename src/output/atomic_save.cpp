@@ -16,11 +16,17 @@ namespace fs = std::filesystem;
 namespace fplc::detail {
 namespace {
 
-// Writes and closes `file`; returns 0 or the errno of the first failure. The
-// file is closed in every case.
-int schreibeUndSchliesse(tinyxml2::XMLDocument const& doc, std::FILE* file) {
-  tinyxml2::XMLPrinter printer(file, false);
-  doc.Print(&printer);
+// Closes the file also when printing throws.
+struct OffeneDatei {
+  std::FILE* file;
+  ~OffeneDatei() {
+    if (file) std::fclose(file);
+  }
+};
+
+// Writes out what is buffered and closes `file`; returns 0 or the errno of the
+// first failure. The file is closed in every case.
+int schliesse(std::FILE* file) {
   int fehler = std::fflush(file) != 0 || std::ferror(file) ? (errno ? errno : EIO) : 0;
   if (fehler == 0 && ::fsync(::fileno(file)) != 0 && errno != EINVAL && errno != EROFS)
     fehler = errno;
@@ -28,11 +34,24 @@ int schreibeUndSchliesse(tinyxml2::XMLDocument const& doc, std::FILE* file) {
   return fehler;
 }
 
-int schreibeAnOrt(tinyxml2::XMLDocument const& doc, std::string const& pfad) {
+// Prints into `file` and closes it, also when printing throws.
+int schreibeUndSchliesse(Drucken const& drucken, std::FILE* file) {
+  OffeneDatei offen{file};
+  tinyxml2::XMLPrinter printer(file, false);
+  drucken(printer);
+  offen.file = nullptr;
+  return schliesse(file);
+}
+
+// A device or pipe sees nothing of a text whose printing fails.
+int schreibeAnOrt(Drucken const& drucken, std::string const& pfad) {
+  tinyxml2::XMLPrinter text;
+  drucken(text);
   errno = 0;
   std::FILE* file = std::fopen(pfad.c_str(), "w");
   if (!file) return errno ? errno : EIO;
-  return schreibeUndSchliesse(doc, file);
+  std::fwrite(text.CStr(), 1, static_cast<std::size_t>(text.CStrSize() - 1), file);
+  return schliesse(file);
 }
 
 // The mode a new file would get from fopen: 0666 less the umask; an old file
@@ -65,11 +84,17 @@ struct TemporaereDatei {
 
 }  // namespace
 
-int speichereVollstaendig(tinyxml2::XMLDocument const& doc, std::string const& pfad,
+int speichereNicht(Drucken const& drucken, int fehler) {
+  tinyxml2::XMLPrinter verworfen;
+  drucken(verworfen);
+  return fehler;
+}
+
+int speichereVollstaendig(Drucken const& drucken, std::string const& pfad,
                           VorDemUmbenennen const& vorDemUmbenennen) {
   std::error_code statusFehler;
   fs::file_status status = fs::status(pfad, statusFehler);
-  if (fs::exists(status) && !fs::is_regular_file(status)) return schreibeAnOrt(doc, pfad);
+  if (fs::exists(status) && !fs::is_regular_file(status)) return schreibeAnOrt(drucken, pfad);
 
   std::string const ziel = zielDatei(pfad);
   fs::path const zielPfad(ziel);
@@ -82,22 +107,27 @@ int speichereVollstaendig(tinyxml2::XMLDocument const& doc, std::string const& p
   name.push_back('\0');
   errno = 0;
   int const fd = ::mkstemp(name.data());
-  if (fd < 0) return errno ? errno : EIO;
+  if (fd < 0) return speichereNicht(drucken, errno ? errno : EIO);
   TemporaereDatei temporaer{name.data()};
   ::fchmod(fd, modusFuer(ziel));
   std::FILE* file = ::fdopen(fd, "w");
-  int fehler = 0;
   if (!file) {
-    fehler = errno ? errno : EIO;
+    int const fehler = errno ? errno : EIO;
     ::close(fd);
-  } else {
-    fehler = schreibeUndSchliesse(doc, file);
+    return speichereNicht(drucken, fehler);
   }
+  int const fehler = schreibeUndSchliesse(drucken, file);
   if (fehler == 0 && vorDemUmbenennen) vorDemUmbenennen(temporaer.pfad);
   if (fehler != 0) return fehler;
   if (std::rename(temporaer.pfad.c_str(), ziel.c_str()) != 0) return errno ? errno : EIO;
   temporaer.umbenannt = true;
   return 0;
+}
+
+int speichereVollstaendig(tinyxml2::XMLDocument const& doc, std::string const& pfad,
+                          VorDemUmbenennen const& vorDemUmbenennen) {
+  return speichereVollstaendig([&](tinyxml2::XMLPrinter& printer) { doc.Print(&printer); }, pfad,
+                               vorDemUmbenennen);
 }
 
 }  // namespace fplc::detail

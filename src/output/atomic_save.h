@@ -7,7 +7,8 @@
 
 namespace tinyxml2 {
 class XMLDocument;
-}
+class XMLPrinter;
+}  // namespace tinyxml2
 
 namespace fplc::detail {
 
@@ -15,10 +16,22 @@ namespace fplc::detail {
 // for a run interrupted at the worst moment.
 using VorDemUmbenennen = std::function<void(std::string const& temporaer)>;
 
-// Saves `doc` (indented, as XMLDocument::SaveFile does) to `pfad`. Returns 0, or
-// the errno of the step that failed; the old file is then unchanged and no
-// temporary file is left. A path that names something other than a regular file
-// (a device, a pipe) is written in place, since it cannot be replaced.
+// Prints the text to be saved. It runs exactly once, to its end or to an
+// exception, whatever becomes of the file.
+using Drucken = std::function<void(tinyxml2::XMLPrinter& printer)>;
+
+// Saves the text that `drucken` prints (indented, as XMLDocument::SaveFile
+// saves a document) to `pfad`. Returns 0, or the errno of the step that failed;
+// the old file is then unchanged and no temporary file is left. A path that
+// names something other than a regular file (a device, a pipe) is written in
+// place, since it cannot be replaced, and only once the whole text is printed.
+int speichereVollstaendig(Drucken const& drucken, std::string const& pfad,
+                          VorDemUmbenennen const& vorDemUmbenennen = {});
+// Where no file can take the text, it is still printed, for the faults that
+// printing raises, and dropped; returns `fehler`.
+int speichereNicht(Drucken const& drucken, int fehler);
+
+// The same for a document.
 int speichereVollstaendig(tinyxml2::XMLDocument const& doc, std::string const& pfad,
                           VorDemUmbenennen const& vorDemUmbenennen = {});
 

@@ -78,13 +78,17 @@ void Fahrplandefinition::kommandoOUT(Token const* cmd, bool skipOutput) {
     if (aa.datei.empty()) continue;
     std::string const pfad = ausgabePfad(vorlage, aa, cmd);
     fplc::detail::pruefeErlaubt(cmd, pfad, erlaubteVerzeichnisse);
-    tinyxml2::XMLDocument doc(true, tinyxml2::PRESERVE_WHITESPACE);
-    write(doc, name, aa, anlagenReferenz(aa.datei));
+    // The text goes to the file as it is printed: a whole timetable is never
+    // held in memory as a document.
+    std::string const referenz = anlagenReferenz(aa.datei);
+    auto drucken = [&](tinyxml2::XMLPrinter& printer) { writeText(printer, name, aa, referenz); };
     // A file that cannot be saved is recorded as such; the run goes on. The old
     // file is replaced only by a completely written new one. A FIFO in its place
     // would block the save for ever: not saved. A device is written in place.
-    int const fehler =
-        fplc::detail::istFifo(pfad) ? ENXIO : fplc::detail::speichereVollstaendig(doc, pfad);
+    // Either way the whole text is printed first, so a fault in it stops OUT.
+    int const fehler = fplc::detail::istFifo(pfad)
+                           ? fplc::detail::speichereNicht(drucken, ENXIO)
+                           : fplc::detail::speichereVollstaendig(drucken, pfad);
     ausgaben.push_back({pfad, fehler == 0, fehler});
   }
 }

@@ -14,10 +14,8 @@
 #include "model/fahrplandefinition.h"
 #include "model/zeit_arithmetik.h"
 #include "output/run_patterns.h"
+#include "output/xml_ziel.h"
 #include "output/zeit.h"
-
-using tinyxml2::XMLElement;
-using tinyxml2::XMLNode;
 
 namespace {
 
@@ -28,12 +26,6 @@ std::string zeitText(long long t) {
 // A reference to an object defined in the timetable file itself.
 std::string dateiRef(int id) {
   return "0:" + std::to_string(id);
-}
-
-XMLElement* neuesElement(XMLNode* eltern, char const* name) {
-  XMLElement* e = eltern->GetDocument()->NewElement(name);
-  eltern->InsertEndChild(e);
-  return e;
 }
 
 // A train of the layout's timetable with what its element needs.
@@ -61,29 +53,42 @@ class Vorlagennummern {
   std::unordered_map<Record const*, int> ids;
 };
 
-XMLElement* schreibeWurzel(tinyxml2::XMLDocument& doc, std::string const& name,
-                           std::string const& aussenanlageRef) {
-  doc.InsertFirstChild(doc.NewDeclaration());
-  XMLElement* fahrplan = neuesElement(&doc, "fahrplan");
-  fahrplan->SetAttribute("name", name.c_str());
-  fahrplan->SetAttribute("aussenanlage", aussenanlageRef.c_str());
-  fahrplan->SetAttribute("version", "0.0.9.83 eI");
-  fahrplan->SetAttribute("editor", "Zuglinor 0.21");
-  return fahrplan;
+// Writes the elements that `inhalt` opens inside an element of its own.
+template <typename Ziel, typename Inhalt>
+void element(Ziel& ziel, char const* name, Inhalt inhalt) {
+  ziel.oeffne(name);
+  inhalt();
+  ziel.schliesse();
 }
 
-void schreibeAutoren(XMLElement* fahrplan,
-                     std::vector<std::pair<std::string, std::string>> const& autoren) {
+template <typename Ziel>
+void attribut(Ziel& ziel, char const* name, std::string const& wert) {
+  ziel.attribut(name, wert.c_str());
+}
+
+template <typename Ziel>
+void schreibeWurzelattribute(Ziel& ziel, std::string const& name,
+                             std::string const& aussenanlageRef) {
+  attribut(ziel, "name", name);
+  attribut(ziel, "aussenanlage", aussenanlageRef);
+  ziel.attribut("version", "0.0.9.83 eI");
+  ziel.attribut("editor", "Zuglinor 0.21");
+}
+
+template <typename Ziel>
+void schreibeAutoren(Ziel& ziel, std::vector<std::pair<std::string, std::string>> const& autoren) {
   for (auto const& [name, kommentar] : autoren) {
-    XMLElement* autor = neuesElement(fahrplan, "autor");
-    autor->SetAttribute("name", name.c_str());
-    autor->SetAttribute("kommentar", kommentar.c_str());
+    element(ziel, "autor", [&] {
+      attribut(ziel, "name", name);
+      attribut(ziel, "kommentar", kommentar);
+    });
   }
 }
 
 // Libraries that a written formation takes a vehicle from, in loading order;
 // a library number loaded twice is written once.
-void schreibeBibliotheken(XMLElement* fahrplan, std::vector<FzgLib> const& fzgLibs,
+template <typename Ziel>
+void schreibeBibliotheken(Ziel& ziel, std::vector<FzgLib> const& fzgLibs,
                           std::vector<Reihung const*> const& reihungen) {
   std::set<int> benutzt;
   for (Reihung const* r : reihungen)
@@ -91,63 +96,72 @@ void schreibeBibliotheken(XMLElement* fahrplan, std::vector<FzgLib> const& fzgLi
       benutzt.insert(p.bibliothek);
   for (FzgLib const& lib : fzgLibs) {
     if (benutzt.erase(lib.nummer) == 0) continue;
-    XMLElement* e = neuesElement(fahrplan, "bibliothek");
-    e->SetAttribute("id", std::to_string(lib.nummer).c_str());
-    e->SetAttribute("filename", lib.datei.c_str());
+    element(ziel, "bibliothek", [&] {
+      attribut(ziel, "id", std::to_string(lib.nummer));
+      attribut(ziel, "filename", lib.datei);
+    });
   }
 }
 
-void schreibeReihungen(XMLElement* fahrplan, Vorlagennummern<Reihung> const& reihungen) {
+template <typename Ziel>
+void schreibeReihungen(Ziel& ziel, Vorlagennummern<Reihung> const& reihungen) {
   for (Reihung const* r : reihungen.reihenfolge) {
-    XMLElement* vorlage = neuesElement(fahrplan, "rhgtemplate");
-    vorlage->SetAttribute("id", std::to_string(reihungen.ids.at(r)).c_str());
-    vorlage->SetAttribute("name", r->name.c_str());
-    for (Reihung::Platz const& p : r->fahrzeuge) {
-      XMLElement* ref = neuesElement(vorlage, "fahrzeugref");
-      ref->SetAttribute("gedreht", p.gedreht ? "1" : "0");
-      ref->SetAttribute("ref",
-                        (std::to_string(p.bibliothek) + ':' + std::to_string(p.fahrzeug)).c_str());
-    }
+    element(ziel, "rhgtemplate", [&] {
+      attribut(ziel, "id", std::to_string(reihungen.ids.at(r)));
+      attribut(ziel, "name", r->name);
+      for (Reihung::Platz const& p : r->fahrzeuge) {
+        element(ziel, "fahrzeugref", [&] {
+          ziel.attribut("gedreht", p.gedreht ? "1" : "0");
+          attribut(ziel, "ref", std::to_string(p.bibliothek) + ':' + std::to_string(p.fahrzeug));
+        });
+      }
+    });
   }
 }
 
 // Entries carry the times of the run that made the pattern.
-void schreibeMusterEintrag(XMLElement* vorlage, MusterEintrag const& m, long long reftime) {
-  XMLElement* e = neuesElement(vorlage, m.element);
-  e->SetAttribute("ref", m.ref.c_str());
-  for (MusterAttribut const& a : m.attribute) {
-    std::string wert = a.istZeit ? zeitText(fplc::detail::zeitPlus(reftime, a.zeit)) : a.text;
-    e->SetAttribute(a.name, wert.c_str());
-  }
+template <typename Ziel>
+void schreibeMusterEintrag(Ziel& ziel, MusterEintrag const& m, long long reftime) {
+  element(ziel, m.element, [&] {
+    attribut(ziel, "ref", m.ref);
+    for (MusterAttribut const& a : m.attribute)
+      attribut(ziel, a.name,
+               a.istZeit ? zeitText(fplc::detail::zeitPlus(reftime, a.zeit)) : a.text);
+  });
 }
 
-void schreibeZuglauftemplates(XMLElement* fahrplan, Zuglauftemplates const& templates) {
+template <typename Ziel>
+void schreibeZuglauftemplates(Ziel& ziel, Zuglauftemplates const& templates) {
   for (Zuglauftemplate const& t : templates.vorlagen) {
-    XMLElement* vorlage = neuesElement(fahrplan, "zuglauftemplate");
-    vorlage->SetAttribute("id", std::to_string(t.id).c_str());
-    vorlage->SetAttribute("name", t.erster->name.c_str());
-    vorlage->SetAttribute("reftime", zeitText(t.bild.reftime).c_str());
-    for (MusterEintrag const& m : t.bild.eintraege)
-      schreibeMusterEintrag(vorlage, m, t.bild.reftime);
+    element(ziel, "zuglauftemplate", [&] {
+      attribut(ziel, "id", std::to_string(t.id));
+      attribut(ziel, "name", t.erster->name);
+      attribut(ziel, "reftime", zeitText(t.bild.reftime));
+      for (MusterEintrag const& m : t.bild.eintraege)
+        schreibeMusterEintrag(ziel, m, t.bild.reftime);
+    });
   }
 }
 
-void schreibeTagestemplates(XMLElement* fahrplan, Vorlagennummern<Verkehrstag> const& tage) {
+template <typename Ziel>
+void schreibeTagestemplates(Ziel& ziel, Vorlagennummern<Verkehrstag> const& tage) {
   for (Verkehrstag const* vt : tage.reihenfolge) {
-    XMLElement* e = neuesElement(fahrplan, "daytemplate");
-    e->SetAttribute("id", std::to_string(tage.ids.at(vt)).c_str());
-    e->SetAttribute("name", vt->name.c_str());
-    e->SetAttribute("days", vt->days.c_str());
-    e->SetAttribute("from", vt->from.c_str());
-    e->SetAttribute("to", vt->to.c_str());
-    e->SetAttribute("exclude", vt->exclude.c_str());
-    e->SetAttribute("include", vt->include.c_str());
+    element(ziel, "daytemplate", [&] {
+      attribut(ziel, "id", std::to_string(tage.ids.at(vt)));
+      attribut(ziel, "name", vt->name);
+      attribut(ziel, "days", vt->days);
+      attribut(ziel, "from", vt->from);
+      attribut(ziel, "to", vt->to);
+      attribut(ziel, "exclude", vt->exclude);
+      attribut(ziel, "include", vt->include);
+    });
   }
 }
 
 // Directions that the definition added to the layout, by id and then name, so
 // that the file does not depend on the order of a hash map.
-void schreibeFahrtrichtungen(XMLElement* fahrplan, Aussenanlage const& aa) {
+template <typename Ziel>
+void schreibeFahrtrichtungen(Ziel& ziel, Aussenanlage const& aa) {
   std::vector<Aussenanlage::Fahrtrichtung const*> eigene;
   for (auto const& [key, richtung] : aa.fahrtrichtungen)
     if (!richtung.ausAussenanlage) eigene.push_back(&richtung);
@@ -155,11 +169,12 @@ void schreibeFahrtrichtungen(XMLElement* fahrplan, Aussenanlage const& aa) {
     return a->id != b->id ? a->id < b->id : a->name < b->name;
   });
   for (Aussenanlage::Fahrtrichtung const* r : eigene) {
-    XMLElement* e = neuesElement(fahrplan, "fahrtrichtung");
-    e->SetAttribute("id", std::to_string(r->id).c_str());
-    e->SetAttribute("name", r->name.c_str());
-    for (int anschluss : r->anschluesse)
-      neuesElement(e, "anschluss")->SetAttribute("id", std::to_string(anschluss).c_str());
+    element(ziel, "fahrtrichtung", [&] {
+      attribut(ziel, "id", std::to_string(r->id));
+      attribut(ziel, "name", r->name);
+      for (int anschluss : r->anschluesse)
+        element(ziel, "anschluss", [&] { attribut(ziel, "id", std::to_string(anschluss)); });
+    });
   }
 }
 
@@ -168,40 +183,48 @@ long long pfadReftime(GeschriebenerZug const& g) {
   return fplc::detail::zeitPlus(g.zug->reftime, g.lauf->reftime);
 }
 
-void schreibeZugAttribute(XMLElement* e, Aussenanlage const& aa, GeschriebenerZug const& g) {
+std::string zugnummerText(Zug const& zug) {
+  return std::to_string(static_cast<std::uint32_t>(zug.nummer));
+}
+
+template <typename Ziel>
+void schreibeZugAttribute(Ziel& ziel, Aussenanlage const& aa, GeschriebenerZug const& g) {
   Zug const& zug = *g.zug;
-  e->SetAttribute("nummer", std::to_string(static_cast<std::uint32_t>(zug.nummer)).c_str());
-  e->SetAttribute("name", "");
+  attribut(ziel, "nummer", zugnummerText(zug));
+  ziel.attribut("name", "");
   auto const [gattung, betrieblich] = Fahrplandefinition::getGattung(aa, &zug);
-  e->SetAttribute("zuggattung", gattung.c_str());
-  if (!betrieblich.empty()) e->SetAttribute("zuggattungbetrieblich", betrieblich.c_str());
-  if (!zug.verspaetungsmodell.empty())
-    e->SetAttribute("randomoverride", zug.verspaetungsmodell.c_str());
+  attribut(ziel, "zuggattung", gattung);
+  if (!betrieblich.empty()) attribut(ziel, "zuggattungbetrieblich", betrieblich);
+  if (!zug.verspaetungsmodell.empty()) attribut(ziel, "randomoverride", zug.verspaetungsmodell);
   // Only a train with a routing digit of its own carries the attribute; the digit
   // is the one the describer rules give it in this layout.
   if (zug.lenkzifferOverride != -1 && g.lenkziffer >= 0 && g.lenkziffer <= 9)
-    e->SetAttribute("znlenkzifferoverride", std::to_string(g.lenkziffer).c_str());
-  e->SetAttribute("zuggattungliniennr", Fahrplandefinition::getLinie(aa, &zug).c_str());
+    attribut(ziel, "znlenkzifferoverride", std::to_string(g.lenkziffer));
+  attribut(ziel, "zuggattungliniennr", Fahrplandefinition::getLinie(aa, &zug));
 }
 
-void schreibeZuege(XMLElement* fahrplan, Aussenanlage const& aa,
-                   std::vector<GeschriebenerZug> const& zuege,
+template <typename Ziel>
+void schreibeZuege(Ziel& ziel, Aussenanlage const& aa, std::vector<GeschriebenerZug> const& zuege,
                    Vorlagennummern<Reihung> const& reihungen,
                    Vorlagennummern<Verkehrstag> const& tage) {
   for (GeschriebenerZug const& g : zuege) {
-    XMLElement* e = neuesElement(fahrplan, "zug");
-    schreibeZugAttribute(e, aa, g);
-    if (g.zug->reihung) {
-      XMLElement* ref = neuesElement(e, "rhgref");
-      ref->SetAttribute("ref", dateiRef(reihungen.ids.at(g.zug->reihung)).c_str());
-      ref->SetAttribute("gedreht", g.zug->gedreht ? "1" : "0");
-    }
-    if (g.zug->verkehrstag)
-      neuesElement(e, "dayref")
-          ->SetAttribute("ref", dateiRef(tage.ids.at(g.zug->verkehrstag)).c_str());
-    XMLElement* lauf = neuesElement(e, "zuglaufref");
-    lauf->SetAttribute("ref", dateiRef(g.lauf->vorlage->id).c_str());
-    lauf->SetAttribute("reftime", zeitText(pfadReftime(g)).c_str());
+    element(ziel, "zug", [&] {
+      schreibeZugAttribute(ziel, aa, g);
+      if (g.zug->reihung) {
+        element(ziel, "rhgref", [&] {
+          attribut(ziel, "ref", dateiRef(reihungen.ids.at(g.zug->reihung)));
+          ziel.attribut("gedreht", g.zug->gedreht ? "1" : "0");
+        });
+      }
+      if (g.zug->verkehrstag) {
+        element(ziel, "dayref",
+                [&] { attribut(ziel, "ref", dateiRef(tage.ids.at(g.zug->verkehrstag))); });
+      }
+      element(ziel, "zuglaufref", [&] {
+        attribut(ziel, "ref", dateiRef(g.lauf->vorlage->id));
+        attribut(ziel, "reftime", zeitText(pfadReftime(g)));
+      });
+    });
   }
 }
 
@@ -217,7 +240,8 @@ std::string fahrplanText(Zuglauf const& lauf) {
 
 // The trains of one TZ command that share one run template form a clock-face
 // family; each of them is one path of it, at its own reference time.
-void schreibeTaktzuege(XMLElement* fahrplan, std::vector<GeschriebenerZug> const& zuege) {
+template <typename Ziel>
+void schreibeTaktzuege(Ziel& ziel, std::vector<GeschriebenerZug> const& zuege) {
   std::vector<std::vector<GeschriebenerZug const*>> familien;
   std::map<std::pair<Token const*, Zuglauftemplate const*>, std::size_t> familieVon;
   for (GeschriebenerZug const& g : zuege) {
@@ -228,16 +252,17 @@ void schreibeTaktzuege(XMLElement* fahrplan, std::vector<GeschriebenerZug> const
   }
   int id = 0;
   for (auto const& familie : familien) {
-    XMLElement* takt = neuesElement(fahrplan, "taktzug");
-    takt->SetAttribute("id", std::to_string(++id).c_str());
-    takt->SetAttribute("fpl", fahrplanText(*familie.front()->zug->zuglauf).c_str());
-    takt->SetAttribute("ref", dateiRef(familie.front()->lauf->vorlage->id).c_str());
-    for (GeschriebenerZug const* g : familie) {
-      XMLElement* trasse = neuesElement(takt, "trasse");
-      trasse->SetAttribute("zugnummer",
-                           std::to_string(static_cast<std::uint32_t>(g->zug->nummer)).c_str());
-      trasse->SetAttribute("reftime", zeitText(pfadReftime(*g)).c_str());
-    }
+    element(ziel, "taktzug", [&] {
+      attribut(ziel, "id", std::to_string(++id));
+      attribut(ziel, "fpl", fahrplanText(*familie.front()->zug->zuglauf));
+      attribut(ziel, "ref", dateiRef(familie.front()->lauf->vorlage->id));
+      for (GeschriebenerZug const* g : familie) {
+        element(ziel, "trasse", [&] {
+          attribut(ziel, "zugnummer", zugnummerText(*g->zug));
+          attribut(ziel, "reftime", zeitText(pfadReftime(*g)));
+        });
+      }
+    });
   }
 }
 
@@ -262,6 +287,45 @@ ZuegeNachLauf zuegeJeLauf(std::list<Zug> const& zuege) {
   return index;
 }
 
+void merke(std::vector<std::size_t>& plaetze, std::size_t platz) {
+  if (plaetze.empty() || plaetze.back() != platz) plaetze.push_back(platz);
+}
+
+// Files each used run under the places its entries belong to by the writer's
+// rule: entries into and out of a layout under the layout's name, every other
+// entry under its operating point.
+template <typename Index>
+void laeufeJeOrt(Index& index) {
+  for (std::size_t platz = 0; platz < index.benutzteLaeufe.size(); ++platz) {
+    for (FplEintrag const& e : index.benutzteLaeufe[platz]->eintraege) {
+      if (e.typ == FplEintrag::Einfahrt || e.typ == FplEintrag::Ausfahrt)
+        merke(index.laeufeNachAnlage[e.anlage], platz);
+      else
+        merke(index.laeufeNachBetriebsstelle[e.bahnhof], platz);
+    }
+  }
+}
+
+// The used runs with at least one entry in the layout, in definition order.
+template <typename Index>
+std::vector<Zuglauf const*> laeufeDerAnlage(Aussenanlage const& aa, Index const& index) {
+  std::vector<std::size_t> plaetze;
+  auto sammle = [&plaetze](auto const& nachOrt, std::string const& ort) {
+    auto it = nachOrt.find(ort);
+    if (it != nachOrt.end()) plaetze.insert(plaetze.end(), it->second.begin(), it->second.end());
+  };
+  sammle(index.laeufeNachAnlage, aa.name);
+  for (auto const& [bahnhof, info] : aa.betriebsstellen)
+    sammle(index.laeufeNachBetriebsstelle, bahnhof);
+  std::sort(plaetze.begin(), plaetze.end());
+  plaetze.erase(std::unique(plaetze.begin(), plaetze.end()), plaetze.end());
+  std::vector<Zuglauf const*> laeufe;
+  laeufe.reserve(plaetze.size());
+  for (std::size_t platz : plaetze)
+    laeufe.push_back(index.benutzteLaeufe[platz]);
+  return laeufe;
+}
+
 // The trains of the runs that have a template, in list order.
 std::vector<Zug const*> zuegeInListenfolge(Zuglauftemplates const& templates,
                                            ZuegeNachLauf const& index) {
@@ -283,21 +347,39 @@ std::vector<Zug const*> zuegeInListenfolge(Zuglauftemplates const& templates,
 void Fahrplandefinition::write(tinyxml2::XMLDocument& doc, std::string const& name,
                                Aussenanlage const& aussenanlage,
                                std::string const& aussenanlageRef) const {
+  fplc::detail::DokumentZiel ziel(doc);
+  schreibeFahrplan(ziel, name, aussenanlage, aussenanlageRef);
+}
+
+void Fahrplandefinition::writeText(tinyxml2::XMLPrinter& printer, std::string const& name,
+                                   Aussenanlage const& aussenanlage,
+                                   std::string const& aussenanlageRef) const {
+  fplc::detail::TextZiel ziel(printer);
+  schreibeFahrplan(ziel, name, aussenanlage, aussenanlageRef);
+}
+
+template <typename Ziel>
+void Fahrplandefinition::schreibeFahrplan(Ziel& ziel, std::string const& name,
+                                          Aussenanlage const& aussenanlage,
+                                          std::string const& aussenanlageRef) const {
   // The trains whose run has a template here, in list order. After
-  // post-processing they come from the index of trains by run, which the first
-  // layout builds; otherwise from a walk over the whole list.
+  // post-processing they come from the index of trains by run and of runs by
+  // place, which the first layout builds; otherwise from walks over the whole
+  // lists.
   Zuglauftemplates templates;
   std::vector<Zug const*> zuegeDerAnlage;
   if (postprocessed) {
-    if (!zuegeNachLaufAktuell) {
-      zuegeNachLauf = zuegeJeLauf(zuege);
-      benutzteLaeufe.clear();
+    if (!schreibindex.aktuell) {
+      schreibindex = {};
+      schreibindex.zuegeNachLauf = zuegeJeLauf(zuege);
       for (Zuglauf const& lauf : zl)
-        if (zuegeNachLauf.contains(&lauf)) benutzteLaeufe.push_back(&lauf);
-      zuegeNachLaufAktuell = true;
+        if (schreibindex.zuegeNachLauf.contains(&lauf))
+          schreibindex.benutzteLaeufe.push_back(&lauf);
+      laeufeJeOrt(schreibindex);
+      schreibindex.aktuell = true;
     }
-    templates = bildeZuglauftemplates(aussenanlage, benutzteLaeufe);
-    zuegeDerAnlage = zuegeInListenfolge(templates, zuegeNachLauf);
+    templates = bildeZuglauftemplates(aussenanlage, laeufeDerAnlage(aussenanlage, schreibindex));
+    zuegeDerAnlage = zuegeInListenfolge(templates, schreibindex.zuegeNachLauf);
   } else {
     templates = bildeZuglauftemplates(aussenanlage, zl, zuege);
     for (Zug const& zug : zuege)
@@ -319,13 +401,16 @@ void Fahrplandefinition::write(tinyxml2::XMLDocument& doc, std::string const& na
   Vorlagennummern<Reihung> const rhg(reihungen, benutzteReihungen);
   Vorlagennummern<Verkehrstag> const tage(verkehrstage, benutzteTage);
 
-  XMLElement* fahrplan = schreibeWurzel(doc, name, aussenanlageRef);
-  schreibeAutoren(fahrplan, autoren);
-  schreibeBibliotheken(fahrplan, fzgLibs, rhg.reihenfolge);
-  schreibeReihungen(fahrplan, rhg);
-  schreibeZuglauftemplates(fahrplan, templates);
-  schreibeTagestemplates(fahrplan, tage);
-  schreibeFahrtrichtungen(fahrplan, aussenanlage);
-  schreibeZuege(fahrplan, aussenanlage, geschrieben, rhg, tage);
-  schreibeTaktzuege(fahrplan, geschrieben);
+  ziel.deklaration();
+  element(ziel, "fahrplan", [&] {
+    schreibeWurzelattribute(ziel, name, aussenanlageRef);
+    schreibeAutoren(ziel, autoren);
+    schreibeBibliotheken(ziel, fzgLibs, rhg.reihenfolge);
+    schreibeReihungen(ziel, rhg);
+    schreibeZuglauftemplates(ziel, templates);
+    schreibeTagestemplates(ziel, tage);
+    schreibeFahrtrichtungen(ziel, aussenanlage);
+    schreibeZuege(ziel, aussenanlage, geschrieben, rhg, tage);
+    schreibeTaktzuege(ziel, geschrieben);
+  });
 }

@@ -208,9 +208,7 @@ void fplc::detail::ueberMitternachtFortschreiben(Zuglauf& lauf) {
 void Fahrplandefinition::postprocess() {
   if (postprocessed) return;
   postprocessed = true;
-  zuegeNachLauf.clear();
-  benutzteLaeufe.clear();
-  zuegeNachLaufAktuell = false;
+  schreibindex = {};
   for (Zuglauf& lauf : zl)
     fplc::detail::ueberMitternachtFortschreiben(lauf);
 

@@ -97,4 +97,24 @@ TEST_F(AtomicSaveTest, ARunInterruptedBeforeTheRenameLeavesTheOldFile) {
   EXPECT_EQ(inhalt(dir.path()), "plan.xml ");
 }
 
+// The text is printed straight into the temporary file: a fault while
+// printing leaves the old file and no temporary file, and where no file can be
+// made the text is still printed, so that its fault is not hidden.
+TEST_F(AtomicSaveTest, AFaultWhilePrintingKeepsTheOldFile) {
+  auto fehlerhaft = [](tinyxml2::XMLPrinter& printer) {
+    printer.OpenElement("fahrplan");
+    throw std::runtime_error("Fehler im Fahrplan");
+  };
+  EXPECT_THROW(speichereVollstaendig(fehlerhaft, alt), std::runtime_error);
+  EXPECT_THROW(speichereVollstaendig(fehlerhaft, (dir.path() / "fehlt/plan.xml").string()),
+               std::runtime_error);
+  EXPECT_THROW(speichereVollstaendig(fehlerhaft, "/dev/full"), std::runtime_error);
+  EXPECT_THROW(fplc::detail::speichereNicht(fehlerhaft, ENXIO), std::runtime_error);
+  EXPECT_EQ(lies(alt), "ALT");
+  EXPECT_EQ(inhalt(dir.path()), "plan.xml ");
+  int gedruckt = 0;
+  EXPECT_EQ(fplc::detail::speichereNicht([&](tinyxml2::XMLPrinter&) { ++gedruckt; }, ENXIO), ENXIO);
+  EXPECT_EQ(gedruckt, 1);
+}
+
 }  // namespace
