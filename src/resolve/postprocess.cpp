@@ -14,6 +14,7 @@
 #include "days/weekday_list.h"
 #include "model/fahrplandefinition.h"
 #include "resolve/folgeleistung.h"
+#include "resolve/start_index.h"
 #include "tokenizer/cp1252.h"
 
 namespace {
@@ -147,53 +148,6 @@ void aufteilenNachFolge(Zug& zug, std::vector<Tagesgruppe> const& gruppen, Laufk
   }
 }
 
-// Whether `k` starts its run where `ende` lies: same operating point, same track.
-bool beginntAn(Zug const& k, FplEintrag const& ende) {
-  FplEintrag const& start = k.zuglauf->eintraege.front();
-  return start.typ == FplEintrag::Start && start.bahnhof == ende.bahnhof &&
-         start.gleis == ende.gleis;
-}
-
-// The trains whose run starts at an operating point and track, in list order,
-// so that the automatic successor search looks only at those. A train enters
-// under the first entry of its run when it is indexed; a train's run changes
-// during post-processing only to a copy that starts alike, or to none, and the
-// search judges every candidate by its state at the time of the search, exactly
-// as a scan of the whole list would.
-class Startindex {
- public:
-  explicit Startindex(std::list<Zug> const& zuege) {
-    for (Zug const& zug : zuege)
-      aufnehmen(zug);
-  }
-
-  void aufnehmen(Zug const& zug) {
-    if (!zug.zuglauf || zug.zuglauf->eintraege.empty()) return;
-    FplEintrag const& start = zug.zuglauf->eintraege.front();
-    if (start.typ == FplEintrag::Start) faecher[schluessel(start)].push_back(&zug);
-  }
-
-  std::int32_t folge(Zug const& zug, char tag) const {
-    FplEintrag const& ende = zug.zuglauf->eintraege.back();
-    auto fach = faecher.find(schluessel(ende));
-    if (fach == faecher.end()) return 0;
-    Zug const* gefunden = naechsterFolgezug(fach->second, ankunftAmZiel(zug), tag,
-                                            [&](Zug const& k) { return beginntAn(k, ende); });
-    return gefunden ? gefunden->nummer : 0;
-  }
-
- private:
-  // Operating point and track; names hold no NUL byte, so the pair stays apart.
-  static std::string schluessel(FplEintrag const& e) {
-    std::string s = e.bahnhof;
-    s += '\0';
-    s += e.gleis;
-    return s;
-  }
-
-  std::unordered_map<std::string, std::vector<Zug const*>> faecher;
-};
-
 }  // namespace
 
 void fplc::detail::ueberMitternachtFortschreiben(Zuglauf& lauf) {
@@ -212,7 +166,7 @@ void Fahrplandefinition::postprocess() {
   for (Zuglauf& lauf : zl)
     fplc::detail::ueberMitternachtFortschreiben(lauf);
 
-  Startindex index(zuege);
+  fplc::detail::Startindex index(zuege);
   fplc::detail::AutomatischeFolgesuche suche{
       [&](Zug const& zug, char tag) { return index.folge(zug, tag); },
       [&](Zug const& zug) { index.aufnehmen(zug); }};

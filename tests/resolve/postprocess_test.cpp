@@ -20,6 +20,8 @@ TEST_F(PostprocessTest, ShiftsTimesAcrossMidnightAndSplitsTrainsByTheirSuccessor
   std::string const tgl = "Z 4711 0:00 tgl\nSET Zuglauf Rueck\n";  // 4711 on line 17
   std::string const nie =
       "z. 17 Z: Folgeleistung für Zug 4711 am Mo, Di, Mi, Do, Fr, Sa und So nicht ermittelbar.; "_cp1252;
+  std::string const ohneMiBisSa =
+      "z. 17 Z: Folgeleistung für Zug 4711 am Mi, Do, Fr und Sa nicht ermittelbar.; "_cp1252;
   std::pair<std::string, std::string> const faelle[] = {
       // Times run on across midnight, but a short step back stays.
       {"BTR XC Cstadt\nZL Nacht {\n XA . N1 H - 23:50\n XB . N1 H 0:10 0:12 60\n XC . N1 H 0:20 "
@@ -37,6 +39,12 @@ TEST_F(PostprocessTest, ShiftsTimesAcrossMidnightAndSplitsTrainsByTheirSuccessor
       {tgl + "Z 4712 9:00 tgl\nZ 4713 9:10 tgl\n", "4711 Hin+2#4 +2 1234567:1234567; "},
       {tgl + "Z 4713 9:30 tgl\nZ 4712 9:30 tgl\n", "4711 Hin+2#4 +2 1234567:1234567; "},
       {tgl + "Z 4713 9:40 tgl\nZ 4712 9:30 tgl\n", "4711 Hin+1#4 +1 1234567:1234567; "},
+      // On Monday 4712 leaves on Tuesday at 9:30 and 4714 on Monday at 33:30:
+      // equally far, so the first listed wins.
+      {tgl + "Z 4712 9:30 Di\nZ 4714 33:30 Mo\n",
+       "4711 Hin+1#4 +1 1234567 12:12; 4711 Hin+3#5 +3 1234567 12 7:7; " + ohneMiBisSa},
+      {tgl + "Z 4714 33:30 Mo\nZ 4712 9:30 Di\n",
+       "4711 Hin+3#4 +3 1234567 17:17; 4711 Hin+1#5 +1 2:2; " + ohneMiBisSa},
       // Successor number 0 counts as none; so does a start on another track.
       {tgl + "Z 0 9:30 tgl\n", "4711 1234567:1234567; " + nie},
       {"Z 4711 0:00 tgl\nSET Zuglauf RueckN3\nZ 4712 9:30 tgl\n", "4711 1234567:1234567; " + nie},
