@@ -1,6 +1,6 @@
 // The whole compile of a synthetic national timetable (50 layouts, 20% of the
-// trains turning with "FOLGE ZN *"): read, execute, post-process, write every
-// layout into memory and save it, validate. Beside it the floor: tinyxml2
+// trains turning with "FOLGE ZN *"): read, execute with OUT post-processing and
+// saving every layout, validate. Beside it the floor: tinyxml2
 // alone building and printing the same documents and saving them. After the
 // run the program prints the ratio of each size to its floor and the growth
 // from 10,000 to 100,000 trains.
@@ -53,34 +53,43 @@ void speichere(fs::path const& datei, char const* text, std::size_t laenge) {
   }
 }
 
-fs::path ausgabe(Installation const& inst, Aussenanlage const& aa) {
-  return inst.ordner / "stellwerke" / (aa.name + "_bench.xml");
-}
-
-// One whole compile; keeps the documents when `dokumente` is given.
-void kompiliere(Installation const& inst, std::vector<std::string>* dokumente) {
+// Reads and executes the definition; OUT saves every layout's file unless
+// `ohneAusgabe`.
+void fuehreAus(Installation const& inst, Fahrplandefinition& fpl, bool ohneAusgabe) {
   quorvelpath = inst.ordner.string();
-  Fahrplandefinition fpl;
   std::istringstream in(inst.text);
   fpl.read(in, inst.definition.string());
-  fpl.execute(true, static_cast<TokenList const*>(nullptr));
+  fpl.execute(ohneAusgabe, static_cast<TokenList const*>(nullptr));
+}
+
+// One whole compile, as fplc runs it.
+void kompiliere(Installation const& inst) {
+  Fahrplandefinition fpl;
+  fuehreAus(inst, fpl, false);
+  fpl.validate();
+  benchmark::DoNotOptimize(fpl.getWarnungen().size());
+}
+
+// The documents of every layout, as texts, for the floor to rebuild.
+std::vector<std::string> dokumente(Installation const& inst) {
+  Fahrplandefinition fpl;
+  fuehreAus(inst, fpl, true);
   fpl.postprocess();
+  std::vector<std::string> texte;
   for (Aussenanlage const& aa : fpl.getAussenanlagen()) {
     tinyxml2::XMLDocument doc(true, tinyxml2::PRESERVE_WHITESPACE);
     fpl.write(doc, "Synthetisch", aa, fs::path(aa.datei).filename().string());
     tinyxml2::XMLPrinter printer;
     doc.Print(&printer);
-    speichere(ausgabe(inst, aa), printer.CStr(), static_cast<std::size_t>(printer.CStrSize() - 1));
-    if (dokumente) dokumente->emplace_back(printer.CStr());
+    texte.emplace_back(printer.CStr());
   }
-  fpl.validate();
-  benchmark::DoNotOptimize(fpl.getWarnungen().size());
+  return texte;
 }
 
 void BM_Compile(benchmark::State& state) {
   Installation& inst = installation(static_cast<int>(state.range(0)));
   for (auto _ : state)
-    kompiliere(inst, nullptr);
+    kompiliere(inst);
   state.counters["trains"] = static_cast<double>(state.range(0));
 }
 
@@ -99,7 +108,7 @@ void baueNach(tinyxml2::XMLDocument& doc, tinyxml2::XMLElement const* quelle,
 // The floor: the same documents built element by element and printed.
 void BM_Floor(benchmark::State& state) {
   Installation& inst = installation(static_cast<int>(state.range(0)));
-  if (inst.dokumente.empty()) kompiliere(inst, &inst.dokumente);
+  if (inst.dokumente.empty()) inst.dokumente = dokumente(inst);
   std::vector<std::unique_ptr<tinyxml2::XMLDocument>> vorlagen;
   for (std::string const& text : inst.dokumente) {
     vorlagen.push_back(std::make_unique<tinyxml2::XMLDocument>());
