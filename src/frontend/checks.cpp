@@ -335,30 +335,39 @@ void pruefeFehlendeZeitenImLauf(Fahrplandefinition const& fpl, Befunde& neu) {
 
 // --- anlage-ohne-zug ---
 
-Token const* befehlMitName(Fahrplandefinition const& fpl, char const* befehl,
-                           std::string const& name) {
-  Token const* gefunden = nullptr;
+// The token after each command `befehl`, under its text; the first command wins.
+std::unordered_map<std::string, Token const*> befehleNachName(Fahrplandefinition const& fpl,
+                                                              char const* befehl) {
+  std::unordered_map<std::string, Token const*> namen;
   fuerJedenBefehl(fpl, [&](Token const* cmd) {
-    if (!gefunden && cmd->str() == befehl && cmd->strAt(1) == name) gefunden = cmd->next();
+    if (cmd->str() == befehl && cmd->next()) namen.try_emplace(cmd->strAt(1), cmd->next());
   });
-  return gefunden;
+  return namen;
 }
 
+// Each layout looks only at the used runs that touch it.
 void pruefeAnlagenOhneZug(Fahrplandefinition const& fpl, Befunde& neu) {
   if (fpl.getAusgaben().empty() && !fpl.isAusgabeUebersprungen()) return;
+  std::vector<Zuglauf const*> const laeufe = benutzteLaeufe(fpl.getZL(), fpl.getZuege());
+  OrtsIndex nachBetriebsstelle, nachAnlage;
+  ordneNachOrt(laeufe, nachBetriebsstelle, nachAnlage);
+  std::unordered_map<std::string, Token const*> aaBefehle;
   for (Aussenanlage const& aa : fpl.getAussenanlagen()) {
     if (aa.datei.empty()) continue;
     bool leer = true;
     try {
-      leer = bildeZuglauftemplates(aa, fpl.getZL(), fpl.getZuege()).vorlagen.empty();
+      leer = bildeZuglauftemplates(aa, laeufeDerAnlage(aa, laeufe, nachBetriebsstelle, nachAnlage))
+                 .vorlagen.empty();
     } catch (Error const&) {
       leer = false;  // the library reports it itself
     }
-    Token const* aaName = befehlMitName(fpl, "AA", aa.name);
-    if (leer)
-      neu.push_back(warnung(aaName ? aaName : fpl.getFrontToken(), "anlage-ohne-zug",
-                            "Außenanlage "_cp1252 + aa.name +
-                                " bekommt in keinem OUT einen Zug: ihr Fahrplan bleibt leer."));
+    if (!leer) continue;
+    if (aaBefehle.empty()) aaBefehle = befehleNachName(fpl, "AA");
+    auto aaName = aaBefehle.find(aa.name);
+    neu.push_back(warnung(aaName != aaBefehle.end() ? aaName->second : fpl.getFrontToken(),
+                          "anlage-ohne-zug",
+                          "Außenanlage "_cp1252 + aa.name +
+                              " bekommt in keinem OUT einen Zug: ihr Fahrplan bleibt leer."));
   }
 }
 

@@ -169,20 +169,61 @@ Laufbild fplc::detail::bildeLaufbild(Aussenanlage const& aa, Zuglauf const& lauf
   return bild;
 }
 
-Zuglauftemplates fplc::detail::bildeZuglauftemplates(Aussenanlage const& aa,
-                                                     std::list<Zuglauf> const& zl,
-                                                     std::list<Zug> const& zuege) {
+std::vector<Zuglauf const*> fplc::detail::benutzteLaeufe(std::list<Zuglauf> const& zl,
+                                                         std::list<Zug> const& zuege) {
   // Trains of one series follow each other with one run: each run is entered
   // once per stretch.
   std::vector<Zuglauf const*> benutzt;
   for (Zug const& z : zuege)
     if (z.zuglauf && (benutzt.empty() || benutzt.back() != z.zuglauf)) benutzt.push_back(z.zuglauf);
   std::sort(benutzt.begin(), benutzt.end(), std::less<>());
-  std::vector<Zuglauf const*> benutzteLaeufe;
+  std::vector<Zuglauf const*> laeufe;
   for (Zuglauf const& lauf : zl)
     if (std::binary_search(benutzt.begin(), benutzt.end(), &lauf, std::less<>()))
-      benutzteLaeufe.push_back(&lauf);
-  return bildeZuglauftemplates(aa, benutzteLaeufe);
+      laeufe.push_back(&lauf);
+  return laeufe;
+}
+
+void fplc::detail::ordneNachOrt(std::vector<Zuglauf const*> const& laeufe,
+                                OrtsIndex& nachBetriebsstelle, OrtsIndex& nachAnlage) {
+  auto merke = [](std::vector<std::size_t>& plaetze, std::size_t platz) {
+    if (plaetze.empty() || plaetze.back() != platz) plaetze.push_back(platz);
+  };
+  for (std::size_t platz = 0; platz < laeufe.size(); ++platz) {
+    for (FplEintrag const& e : laeufe[platz]->eintraege) {
+      if (e.typ == FplEintrag::Einfahrt || e.typ == FplEintrag::Ausfahrt)
+        merke(nachAnlage[e.anlage], platz);
+      else
+        merke(nachBetriebsstelle[e.bahnhof], platz);
+    }
+  }
+}
+
+std::vector<Zuglauf const*> fplc::detail::laeufeDerAnlage(Aussenanlage const& aa,
+                                                          std::vector<Zuglauf const*> const& laeufe,
+                                                          OrtsIndex const& nachBetriebsstelle,
+                                                          OrtsIndex const& nachAnlage) {
+  std::vector<std::size_t> plaetze;
+  auto sammle = [&plaetze](OrtsIndex const& index, std::string const& ort) {
+    auto it = index.find(ort);
+    if (it != index.end()) plaetze.insert(plaetze.end(), it->second.begin(), it->second.end());
+  };
+  sammle(nachAnlage, aa.name);
+  for (auto const& [bahnhof, info] : aa.betriebsstellen)
+    sammle(nachBetriebsstelle, bahnhof);
+  std::sort(plaetze.begin(), plaetze.end());
+  plaetze.erase(std::unique(plaetze.begin(), plaetze.end()), plaetze.end());
+  std::vector<Zuglauf const*> ergebnis;
+  ergebnis.reserve(plaetze.size());
+  for (std::size_t platz : plaetze)
+    ergebnis.push_back(laeufe[platz]);
+  return ergebnis;
+}
+
+Zuglauftemplates fplc::detail::bildeZuglauftemplates(Aussenanlage const& aa,
+                                                     std::list<Zuglauf> const& zl,
+                                                     std::list<Zug> const& zuege) {
+  return bildeZuglauftemplates(aa, benutzteLaeufe(zl, zuege));
 }
 
 Zuglauftemplates fplc::detail::bildeZuglauftemplates(

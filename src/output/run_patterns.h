@@ -68,6 +68,22 @@ struct Zuglauftemplates {
 // the layout names a direction that the layout does not have.
 Laufbild bildeLaufbild(Aussenanlage const& aa, Zuglauf const& lauf);
 
+// The runs that trains use, in definition order.
+std::vector<Zuglauf const*> benutzteLaeufe(std::list<Zuglauf> const& zl,
+                                           std::list<Zug> const& zuege);
+
+// Places in a list of runs, under the names of the operating points their
+// entries lie at and of the layouts they enter or leave: an entry belongs to
+// a layout by these names alone, so each layout need look only at its runs.
+using OrtsIndex = std::unordered_map<std::string, std::vector<std::size_t>>;
+void ordneNachOrt(std::vector<Zuglauf const*> const& laeufe, OrtsIndex& nachBetriebsstelle,
+                  OrtsIndex& nachAnlage);
+// The runs of `laeufe` with at least one entry in the layout, in their order.
+std::vector<Zuglauf const*> laeufeDerAnlage(Aussenanlage const& aa,
+                                            std::vector<Zuglauf const*> const& laeufe,
+                                            OrtsIndex const& nachBetriebsstelle,
+                                            OrtsIndex const& nachAnlage);
+
 // The templates of every run that a train uses, in definition order of the runs;
 // runs without a written entry in the layout get none.
 Zuglauftemplates bildeZuglauftemplates(Aussenanlage const& aa, std::list<Zuglauf> const& zl,
@@ -79,11 +95,15 @@ Zuglauftemplates bildeZuglauftemplates(Aussenanlage const& aa,
 }  // namespace fplc::detail
 
 // The library's own sources name these unqualified.
+using fplc::detail::benutzteLaeufe;
 using fplc::detail::bildeLaufbild;
 using fplc::detail::bildeZuglauftemplates;
+using fplc::detail::laeufeDerAnlage;
 using fplc::detail::Laufbild;
 using fplc::detail::LaufImTemplate;
 using fplc::detail::MusterAttribut;
 using fplc::detail::MusterEintrag;
+using fplc::detail::ordneNachOrt;
+using fplc::detail::OrtsIndex;
 using fplc::detail::Zuglauftemplate;
 using fplc::detail::Zuglauftemplates;

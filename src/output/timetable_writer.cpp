@@ -287,45 +287,6 @@ ZuegeNachLauf zuegeJeLauf(std::list<Zug> const& zuege) {
   return index;
 }
 
-void merke(std::vector<std::size_t>& plaetze, std::size_t platz) {
-  if (plaetze.empty() || plaetze.back() != platz) plaetze.push_back(platz);
-}
-
-// Files each used run under the places its entries belong to by the writer's
-// rule: entries into and out of a layout under the layout's name, every other
-// entry under its operating point.
-template <typename Index>
-void laeufeJeOrt(Index& index) {
-  for (std::size_t platz = 0; platz < index.benutzteLaeufe.size(); ++platz) {
-    for (FplEintrag const& e : index.benutzteLaeufe[platz]->eintraege) {
-      if (e.typ == FplEintrag::Einfahrt || e.typ == FplEintrag::Ausfahrt)
-        merke(index.laeufeNachAnlage[e.anlage], platz);
-      else
-        merke(index.laeufeNachBetriebsstelle[e.bahnhof], platz);
-    }
-  }
-}
-
-// The used runs with at least one entry in the layout, in definition order.
-template <typename Index>
-std::vector<Zuglauf const*> laeufeDerAnlage(Aussenanlage const& aa, Index const& index) {
-  std::vector<std::size_t> plaetze;
-  auto sammle = [&plaetze](auto const& nachOrt, std::string const& ort) {
-    auto it = nachOrt.find(ort);
-    if (it != nachOrt.end()) plaetze.insert(plaetze.end(), it->second.begin(), it->second.end());
-  };
-  sammle(index.laeufeNachAnlage, aa.name);
-  for (auto const& [bahnhof, info] : aa.betriebsstellen)
-    sammle(index.laeufeNachBetriebsstelle, bahnhof);
-  std::sort(plaetze.begin(), plaetze.end());
-  plaetze.erase(std::unique(plaetze.begin(), plaetze.end()), plaetze.end());
-  std::vector<Zuglauf const*> laeufe;
-  laeufe.reserve(plaetze.size());
-  for (std::size_t platz : plaetze)
-    laeufe.push_back(index.benutzteLaeufe[platz]);
-  return laeufe;
-}
-
 // The trains of the runs that have a template, in list order.
 std::vector<Zug const*> zuegeInListenfolge(Zuglauftemplates const& templates,
                                            ZuegeNachLauf const& index) {
@@ -375,10 +336,14 @@ void Fahrplandefinition::schreibeFahrplan(Ziel& ziel, std::string const& name,
       for (Zuglauf const& lauf : zl)
         if (schreibindex.zuegeNachLauf.contains(&lauf))
           schreibindex.benutzteLaeufe.push_back(&lauf);
-      laeufeJeOrt(schreibindex);
+      ordneNachOrt(schreibindex.benutzteLaeufe, schreibindex.laeufeNachBetriebsstelle,
+                   schreibindex.laeufeNachAnlage);
       schreibindex.aktuell = true;
     }
-    templates = bildeZuglauftemplates(aussenanlage, laeufeDerAnlage(aussenanlage, schreibindex));
+    templates = bildeZuglauftemplates(
+        aussenanlage,
+        laeufeDerAnlage(aussenanlage, schreibindex.benutzteLaeufe,
+                        schreibindex.laeufeNachBetriebsstelle, schreibindex.laeufeNachAnlage));
     zuegeDerAnlage = zuegeInListenfolge(templates, schreibindex.zuegeNachLauf);
   } else {
     templates = bildeZuglauftemplates(aussenanlage, zl, zuege);
