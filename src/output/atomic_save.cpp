@@ -124,10 +124,4 @@ int speichereVollstaendig(Drucken const& drucken, std::string const& pfad,
   return 0;
 }
 
-int speichereVollstaendig(tinyxml2::XMLDocument const& doc, std::string const& pfad,
-                          VorDemUmbenennen const& vorDemUmbenennen) {
-  return speichereVollstaendig([&](tinyxml2::XMLPrinter& printer) { doc.Print(&printer); }, pfad,
-                               vorDemUmbenennen);
-}
-
 }  // namespace fplc::detail

@@ -6,7 +6,6 @@
 #include <string>
 
 namespace tinyxml2 {
-class XMLDocument;
 class XMLPrinter;
 }  // namespace tinyxml2
 
@@ -27,12 +26,9 @@ using Drucken = std::function<void(tinyxml2::XMLPrinter& printer)>;
 // place, since it cannot be replaced, and only once the whole text is printed.
 int speichereVollstaendig(Drucken const& drucken, std::string const& pfad,
                           VorDemUmbenennen const& vorDemUmbenennen = {});
+
 // Where no file can take the text, it is still printed, for the faults that
 // printing raises, and dropped; returns `fehler`.
 int speichereNicht(Drucken const& drucken, int fehler);
-
-// The same for a document.
-int speichereVollstaendig(tinyxml2::XMLDocument const& doc, std::string const& pfad,
-                          VorDemUmbenennen const& vorDemUmbenennen = {});
 
 }  // namespace fplc::detail
