@@ -145,19 +145,21 @@ TEST_F(Fplc, ReportsATimetableFileThatDidNotFitAsNotWritten) {
 }
 
 // The example installation that `make run` compiles: no warning, no fault, and
-// one timetable per layout next to the layout file, byte for byte the one the
-// example ships with.
+// one timetable per layout next to the layout file, byte for byte as in
+// tests/cli/golden.
 TEST_F(Fplc, CompilesTheExampleInstallationCleanly) {
-  std::string const beispiel = std::string(FPLC_SOURCE_DIR) + "/examples/installation";
-  fs::copy(beispiel, dir + "/inst", fs::copy_options::recursive);
+  fs::copy(std::string(FPLC_SOURCE_DIR) + "/examples/installation", dir + "/inst",
+           fs::copy_options::recursive);
   for (char const* layout : {"ahlbach", "bergheide"})
     fs::remove(dir + "/inst/stellwerke/" + layout + "_fahrplan.xml");
   EXPECT_EQ(
       fplc("--root inst inst/fahrplaene/beispiel.fpl"),
       "0 | @/inst/stellwerke/ahlbach_fahrplan.xml\n@/inst/stellwerke/bergheide_fahrplan.xml\n | ");
   for (char const* layout : {"ahlbach", "bergheide"}) {
-    std::string const datei = std::string("/stellwerke/") + layout + "_fahrplan.xml";
-    EXPECT_EQ(readFile(dir + "/inst" + datei), readFile(beispiel + datei)) << datei;
+    std::string const datei = std::string(layout) + "_fahrplan.xml";
+    EXPECT_EQ(readFile(dir + "/inst/stellwerke/" + datei),
+              readFile(std::string(FPLC_SOURCE_DIR) + "/tests/cli/golden/" + datei))
+        << datei;
   }
 }
 
