@@ -77,10 +77,10 @@ void schreibeWurzelattribute(Ziel& ziel, std::string const& name,
 
 template <typename Ziel>
 void schreibeAutoren(Ziel& ziel, std::vector<std::pair<std::string, std::string>> const& autoren) {
-  for (auto const& [name, kommentar] : autoren) {
+  for (auto const& autor : autoren) {
     element(ziel, "autor", [&] {
-      attribut(ziel, "name", name);
-      attribut(ziel, "kommentar", kommentar);
+      attribut(ziel, "name", autor.first);
+      attribut(ziel, "kommentar", autor.second);
     });
   }
 }
