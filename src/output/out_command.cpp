@@ -85,7 +85,8 @@ void Fahrplandefinition::kommandoOUT(Token const* cmd, bool skipOutput) {
     // A file that cannot be saved is recorded as such; the run goes on. The old
     // file is replaced only by a completely written new one. A FIFO in its place
     // would block the save for ever: not saved. A device is written in place.
-    // Either way the whole text is printed first, so a fault in it stops OUT.
+    // In every case the whole text is printed, so that a fault in it stops OUT
+    // before any file is replaced.
     int const fehler = fplc::detail::istFifo(pfad)
                            ? fplc::detail::speichereNicht(drucken, ENXIO)
                            : fplc::detail::speichereVollstaendig(drucken, pfad);
