@@ -99,11 +99,7 @@ std::string zugName(Token const* wort) {
 nlohmann::json definitionAn(Analyse const& analyse, std::string const& pfad, std::uint32_t zeile,
                             std::uint32_t spalte) {
   Fahrplandefinition const& fpl = *analyse.fpl;
-  TokenList const* list = listeVon(fpl, pfad);
-  if (!list) return nullptr;
-  Token const* token = tokenAn(*list, zeile, spalte);
-  if (!token) return nullptr;
-  Befehl befehl = befehlVon(*list, token);
+  auto const [token, befehl] = stelleAn(fpl, pfad, zeile, spalte);
   if (!befehl.wort || token == befehl.wort) return nullptr;
 
   std::vector<Definition> definitionen = definitionenVon(fpl);

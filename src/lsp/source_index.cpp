@@ -101,4 +101,13 @@ Befehl befehlVon(TokenList const& list, Token const* token) {
   return gefunden;
 }
 
+Stelle stelleAn(Fahrplandefinition const& fpl, std::string const& pfad, std::uint32_t zeile,
+                std::uint32_t spalte) {
+  TokenList const* list = listeVon(fpl, pfad);
+  if (!list) return {};
+  Token const* token = tokenAn(*list, zeile, spalte);
+  if (!token) return {};
+  return {token, befehlVon(*list, token)};
+}
+
 }  // namespace fplc::lsp

@@ -41,4 +41,13 @@ Token const* tokenAn(TokenList const& list, std::uint32_t zeile, std::uint32_t s
 // The command that `token` belongs to, or an empty Befehl.
 Befehl befehlVon(TokenList const& list, Token const* token);
 
+// The token at a place in the file `pfad` and its command; the command is
+// empty where the file, the token or a command there is missing.
+struct Stelle {
+  Token const* token = nullptr;
+  Befehl befehl;
+};
+Stelle stelleAn(Fahrplandefinition const& fpl, std::string const& pfad, std::uint32_t zeile,
+                std::uint32_t spalte);
+
 }  // namespace fplc::lsp
